@@ -7,10 +7,14 @@ namespace zq::model {
 
 QString CodecErrorText(CodecError error) {
     switch (error) {
-    case CodecError::None: return QString();
-    case CodecError::StepIndex: return QStringLiteral("step index beyond the step table");
-    case CodecError::ToneIndex: return QStringLiteral("tone index beyond the tone table");
-    case CodecError::DcsIndex: return QStringLiteral("DCS index beyond the DCS table");
+    case CodecError::None:
+        return QString();
+    case CodecError::StepIndex:
+        return QStringLiteral("step index beyond the step table");
+    case CodecError::ToneIndex:
+        return QStringLiteral("tone index beyond the tone table");
+    case CodecError::DcsIndex:
+        return QStringLiteral("DCS index beyond the DCS table");
     }
     return QString();
 }
@@ -39,20 +43,34 @@ QString EncodeNameChar(QChar c) {
     if (code >= '0' && code <= '9') return HexByte(code);
     if (code >= 'A' && code <= 'Z') return HexByte(code - 7);
     switch (code) {
-    case ' ': return QStringLiteral("54");
-    case '*': return QStringLiteral("55");
-    case '#': return QStringLiteral("56");
-    case '+': return QStringLiteral("57");
-    case '-': return QStringLiteral("58");
-    case '/': return QStringLiteral("59");
-    case '\\': return QStringLiteral("5A");
-    case '=': return QStringLiteral("5B");
-    case '(': return QStringLiteral("5c"); // the same byte as ")", in lower case
-    case ')': return QStringLiteral("5C"); // written as "(" and read back as "("
-    case '$': return QStringLiteral("5E");
-    case '_': return QStringLiteral("5F");
-    case '?': return QStringLiteral("6A");
-    default: break;
+    case ' ':
+        return QStringLiteral("54");
+    case '*':
+        return QStringLiteral("55");
+    case '#':
+        return QStringLiteral("56");
+    case '+':
+        return QStringLiteral("57");
+    case '-':
+        return QStringLiteral("58");
+    case '/':
+        return QStringLiteral("59");
+    case '\\':
+        return QStringLiteral("5A");
+    case '=':
+        return QStringLiteral("5B");
+    case '(':
+        return QStringLiteral("5c"); // the same byte as ")", in lower case
+    case ')':
+        return QStringLiteral("5C"); // written as "(" and read back as "("
+    case '$':
+        return QStringLiteral("5E");
+    case '_':
+        return QStringLiteral("5F");
+    case '?':
+        return QStringLiteral("6A");
+    default:
+        break;
     }
     if (code < '0' || code >= 91) return QStringLiteral("00");
     return HexByte(code - 7); // : ; < > @ land among the digits
@@ -80,7 +98,9 @@ private:
 };
 
 QString shiftText(int code) {
-    return code == 1 ? QStringLiteral("-Shift") : code == 2 ? QStringLiteral("+Shift") : QStringLiteral("None");
+    return code == 1   ? QStringLiteral("-Shift")
+           : code == 2 ? QStringLiteral("+Shift")
+                       : QStringLiteral("None");
 }
 
 template <class Table> void decodeToneMode(Table& table, int row, const RecordBytes& bytes) {
@@ -132,7 +152,8 @@ void setShift(auto& table, int row, const RecordBytes& bytes) {
 }
 
 QString pad2(QString byte) {
-    while (byte.size() < 2) byte.prepend(QLatin1Char('0'));
+    while (byte.size() < 2)
+        byte.prepend(QLatin1Char('0'));
     return byte;
 }
 
@@ -170,7 +191,8 @@ CodecError DecodeChannelRecord(MemoryTable& memory, const QString& record, int c
 
     const QString status = bytes.text(0);
     QString bits;
-    for (const QChar c : status) bits += HexDigitToBits(c);
+    for (const QChar c : status)
+        bits += HexDigitToBits(c);
     memory.setChannelInUse(channel, bits.mid(0, 1) == QLatin1String("1"));
     const int skip = bits.mid(4, 1) == QLatin1String("1") ? 1 : 0;
     memory.set(channel, ColSkip, QString(), skip);
@@ -186,10 +208,12 @@ CodecError DecodeChannelRecord(MemoryTable& memory, const QString& record, int c
     if (skip == 1) frequency += QLatin1Char('*');
     memory.set(channel, ColFrequency, frequency, frequencyValue);
 
-    if (const CodecError error = decodeMiddle(memory, channel, bytes); error != CodecError::None) return error;
+    if (const CodecError error = decodeMiddle(memory, channel, bytes); error != CodecError::None)
+        return error;
 
     QString name;
-    for (int i = 16; i <= 21; ++i) name += DecodeNameByte(bytes.value(i));
+    for (int i = 16; i <= 21; ++i)
+        name += DecodeNameByte(bytes.value(i));
     memory.set(channel, ColName, name, name.isEmpty() ? 0 : 1);
 
     const bool clock = bytes.value(22) == 1;

@@ -20,13 +20,19 @@ QString MakeDialData(const QString& text) {
     QString record;
     for (const QChar c : text.toUpper()) {
         const char16_t u = c.unicode();
-        if (u == u'#') record += QStringLiteral("3F");
-        else if (u == u'*') record += QStringLiteral("3E");
-        else if (u == u'-') record += QStringLiteral("40");
-        else if (u >= u'0' && u <= u'9') record += HexByte(u);
-        else if (u >= u'A' && u <= u'D') record += HexByte(u - 7);
+        if (u == u'#')
+            record += QStringLiteral("3F");
+        else if (u == u'*')
+            record += QStringLiteral("3E");
+        else if (u == u'-')
+            record += QStringLiteral("40");
+        else if (u >= u'0' && u <= u'9')
+            record += HexByte(u);
+        else if (u >= u'A' && u <= u'D')
+            record += HexByte(u - 7);
     }
-    while (record.size() < 32) record += QLatin1Char('0');
+    while (record.size() < 32)
+        record += QLatin1Char('0');
     return record;
 }
 
@@ -40,6 +46,8 @@ DialKeyResult FilterDialKey(QChar key) {
     return {DialKeyAction::Reject, QChar()};
 }
 
-int NextDialBox(int box) { return box >= 8 ? 0 : box + 1; }
+int NextDialBox(int box) {
+    return box >= 8 ? 0 : box + 1;
+}
 
 } // namespace zq::model

@@ -6,7 +6,9 @@
 
 namespace zq::model {
 
-Document::Document(QObject* parent) : QObject(parent) { resetToStartup(); }
+Document::Document(QObject* parent) : QObject(parent) {
+    resetToStartup();
+}
 
 void Document::setDataChanged(bool changed) {
     if (dataChanged_ == changed) return;
@@ -60,6 +62,8 @@ void Document::applySettingsBlock() {
     Q_EMIT settingsChanged();
 }
 
-void Document::buildSettingsBlock() { BuildSettingsBlock(settingsBlock, settings); }
+void Document::buildSettingsBlock() {
+    BuildSettingsBlock(settingsBlock, settings);
+}
 
 } // namespace zq::model

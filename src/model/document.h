@@ -41,8 +41,8 @@ public:
     QString windowCaption() const;
 
     // Settings bytes <-> the settings value.
-    void applySettingsBlock();  // ApplySettingsBlock, then notifies
-    void buildSettingsBlock();  // BuildSettingsBlock from the working copy
+    void applySettingsBlock(); // ApplySettingsBlock, then notifies
+    void buildSettingsBlock(); // BuildSettingsBlock from the working copy
 
     void RefreshMemoryGrid() { Q_EMIT memoryRowsChanged(0, kChannelCount - 1); }
     void RefreshSpecialGrid() { Q_EMIT specialRowsChanged(0, 2); }

@@ -7,7 +7,8 @@ namespace zq::model {
 double NumericValue(const QString& text) {
     int i = 0;
     const int n = int(text.size());
-    while (i < n && (text[i] == QLatin1Char(' ') || text[i] == QLatin1Char('\t'))) ++i;
+    while (i < n && (text[i] == QLatin1Char(' ') || text[i] == QLatin1Char('\t')))
+        ++i;
     QString number;
     if (i < n && (text[i] == QLatin1Char('-') || text[i] == QLatin1Char('+'))) number += text[i++];
     bool point = false;
@@ -61,10 +62,11 @@ long long roundHalfAway(double value) {
 QString formatFixed(double value, int intDigits) {
     const long long scaled = roundHalfAway(value * 10000.0);
     const bool negative = scaled < 0;
-    const unsigned long long magnitude = negative ? 0ULL - static_cast<unsigned long long>(scaled)
-                                                  : static_cast<unsigned long long>(scaled);
+    const unsigned long long magnitude =
+        negative ? 0ULL - static_cast<unsigned long long>(scaled) : static_cast<unsigned long long>(scaled);
     QString whole = magnitude / 10000 == 0 ? QString() : QString::number(magnitude / 10000);
-    while (whole.size() < intDigits) whole.prepend(QLatin1Char('0'));
+    while (whole.size() < intDigits)
+        whole.prepend(QLatin1Char('0'));
     const QString fraction = QStringLiteral("%1").arg(magnitude % 10000, 4, 10, QLatin1Char('0'));
     return (negative ? QStringLiteral("-") : QString()) + whole + QLatin1Char('.') + fraction;
 }
@@ -75,8 +77,14 @@ QString HexByte(double value) {
     return QStringLiteral("%1").arg(static_cast<unsigned>(n) & 0xFFu, 2, 16, QLatin1Char('0')).toUpper();
 }
 
-QString FormatZeroPadded(double value) { return formatFixed(value, 4); }
-QString FormatNoLeadingZero(double value) { return formatFixed(value, 0); }
-QString FormatOneLeadingZero(double value) { return formatFixed(value, 1); }
+QString FormatZeroPadded(double value) {
+    return formatFixed(value, 4);
+}
+QString FormatNoLeadingZero(double value) {
+    return formatFixed(value, 0);
+}
+QString FormatOneLeadingZero(double value) {
+    return formatFixed(value, 1);
+}
 
 } // namespace zq::model

@@ -19,8 +19,8 @@ QString HexByte(double value);
 
 // Fixed-point formats of the program: "0000.0000" (leading zeros), "####.0000" (none before the
 // point, so 0.5 gives ".5000") and "#0.0000" (at least one). Rounding is half away from zero.
-QString FormatZeroPadded(double value);   // "0000.0000"
-QString FormatNoLeadingZero(double value); // "####.0000"
+QString FormatZeroPadded(double value);     // "0000.0000"
+QString FormatNoLeadingZero(double value);  // "####.0000"
 QString FormatOneLeadingZero(double value); // "#0.0000"
 
 } // namespace zq::model

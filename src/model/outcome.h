@@ -17,8 +17,8 @@ enum class Outcome {
 
 struct Result {
     Outcome outcome = Outcome::Done;
-    QString detail;  // what went wrong, for logs and the command-line tool ("line 12: ...")
-    int line = -1;   // the clone-file line at fault (0-based), when there is one
+    QString detail; // what went wrong, for logs and the command-line tool ("line 12: ...")
+    int line = -1;  // the clone-file line at fault (0-based), when there is one
 
     bool ok() const { return outcome == Outcome::Done; }
     // The program's own message text: "Data Error", "File Open Error", "Communication Error",
@@ -26,12 +26,18 @@ struct Result {
     QString message() const {
         switch (outcome) {
         case Outcome::Done:
-        case Outcome::Cancelled: return QString();
-        case Outcome::DataError: return QStringLiteral("Data Error");
-        case Outcome::FileOpenError: return QStringLiteral("File Open Error");
-        case Outcome::CommunicationError: return QStringLiteral("Communication Error");
-        case Outcome::ComPortError: return QStringLiteral("COM Port Error");
-        case Outcome::Fatal: return detail.isEmpty() ? QStringLiteral("Run-time error") : detail;
+        case Outcome::Cancelled:
+            return QString();
+        case Outcome::DataError:
+            return QStringLiteral("Data Error");
+        case Outcome::FileOpenError:
+            return QStringLiteral("File Open Error");
+        case Outcome::CommunicationError:
+            return QStringLiteral("Communication Error");
+        case Outcome::ComPortError:
+            return QStringLiteral("COM Port Error");
+        case Outcome::Fatal:
+            return detail.isEmpty() ? QStringLiteral("Run-time error") : detail;
         }
         return QString();
     }

@@ -40,8 +40,8 @@ void ApplySettingsBlock(SettingsBlock& block, RadioSettings& settings) {
     }
 
     // Out-of-range bytes read as 0 and are repaired in the stored half A.
-    for (const Range r : {Range{5, 20}, Range{6, 20}, Range{8, 3}, Range{9, 3}, Range{10, 3}, Range{12, 15},
-                          Range{13, 15}}) {
+    for (const Range r :
+         {Range{5, 20}, Range{6, 20}, Range{8, 3}, Range{9, 3}, Range{10, 3}, Range{12, 15}, Range{13, 15}}) {
         if (a[r.byte] > r.max) {
             a[r.byte] = 0;
             block.halfA = PatchSettingsByte(block.halfA, QStringLiteral("00"), r.byte);

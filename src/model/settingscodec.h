@@ -36,10 +36,10 @@ struct RadioSettings {
     bool repeaterMode = false;  // chkCharge
 
     // controls of the pages that no settings byte carries
-    bool mosquitoRepel = false;          // chkMosq
-    bool sqlExternal = false;            // chkSQL
-    bool autoProgram = false;            // chkAutoProg
-    std::array<bool, 3> flags{};         // chkFlg1
+    bool mosquitoRepel = false;  // chkMosq
+    bool sqlExternal = false;    // chkSQL
+    bool autoProgram = false;    // chkAutoProg
+    std::array<bool, 3> flags{}; // chkFlg1
 
     bool operator==(const RadioSettings&) const = default;
 };

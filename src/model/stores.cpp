@@ -9,14 +9,17 @@ void ClearStores(MemoryTable& memory, SpecialTable& special) {
         memory.clearRow(row);
         memory.setChannelInUse(row, false);
     }
-    for (int row = kVfoRow; row <= kRptRow; ++row) special.clearRow(row);
+    for (int row = kVfoRow; row <= kRptRow; ++row)
+        special.clearRow(row);
 }
 
 namespace {
 QString defaultFrequencyText(int variant) {
     return variant == VariantA ? QStringLiteral("155.0000") : QStringLiteral("145.0000");
 }
-double defaultFrequency(int variant) { return variant == VariantA ? 155.0 : 145.0; }
+double defaultFrequency(int variant) {
+    return variant == VariantA ? 155.0 : 145.0;
+}
 } // namespace
 
 void LoadMemoryDefaults(MemoryTable& memory, int variant) {
@@ -41,7 +44,8 @@ void LoadMemoryDefaults(MemoryTable& memory, int variant) {
 }
 
 void BlankRptTexts(SpecialTable& special) {
-    for (int column : {int(ColFrequency), int(ColStep), 8, 9, 10, 11, 12}) special.setText(kRptRow, column, QString());
+    for (int column : {int(ColFrequency), int(ColStep), 8, 9, 10, 11, 12})
+        special.setText(kRptRow, column, QString());
 }
 
 void LoadSpecialDefaults(SpecialTable& special, int variant) {

@@ -30,11 +30,11 @@ enum Column : int {
     ColSkip = 14,
 };
 
-inline constexpr int kChannelCount = 200;     // channels 0..199 live on the radio
-inline constexpr int kMemoryRows = 201;       // plus the template row
+inline constexpr int kChannelCount = 200; // channels 0..199 live on the radio
+inline constexpr int kMemoryRows = 201;   // plus the template row
 inline constexpr int kTemplateRow = 200;
 inline constexpr int kMemoryColumns = 15;
-inline constexpr int kSpecialRows = 8;        // rows 3..7 are never used
+inline constexpr int kSpecialRows = 8; // rows 3..7 are never used
 inline constexpr int kSpecialColumns = 14;
 inline constexpr int kVfoRow = 0, kCallRow = 1, kRptRow = 2;
 
@@ -57,7 +57,8 @@ public:
 
     // Empties columns first..last of a row: text "" and number 0.
     void clearRow(int row, int first = 0, int last = Cols - 1) {
-        for (int c = first; c <= last; ++c) cells_[row][c] = Cell{};
+        for (int c = first; c <= last; ++c)
+            cells_[row][c] = Cell{};
     }
     static bool validRow(int row) { return row >= 0 && row < Rows; }
     static bool validColumn(int column) { return column >= 0 && column < Cols; }

@@ -24,8 +24,8 @@ std::optional<QString> StepCaption(int index);
 std::optional<QString> ToneCaption(int index);
 std::optional<QString> DcsCaption(int index);
 
-QString AppTitle();  // "Korvex ZQ-318 Clone Utility"
-QString EndLine();   // "Korvex  ZQ-318  Clone  File  End"
+QString AppTitle(); // "Korvex ZQ-318 Clone Utility"
+QString EndLine();  // "Korvex  ZQ-318  Clone  File  End"
 // Header line of a clone file; a variant outside 0..3 has no header (empty string).
 QString HeaderLine(int variant, bool cloneCodeA);
 

@@ -1,0 +1,232 @@
+#include "model/channelcodec.h"
+#include "model/stores.h"
+
+#include <gtest/gtest.h>
+
+#include <QRandomGenerator>
+
+using namespace zq::model;
+
+namespace {
+// A 64-digit record from "80 00 01 ..." with blanks for readability; missing bytes are "00".
+QString record(const QString& spaced) {
+    QString r = QString(spaced).remove(QLatin1Char(' '));
+    while (r.size() < 64)
+        r += QLatin1Char('0');
+    return r;
+}
+QString record(const char* spaced) {
+    return record(QString::fromLatin1(spaced));
+}
+const char* const kTypical = "80 02 01 02 01 45 12 50 00 00 60 00 08 0C 05 05 "
+                             "3A 3B 5c 31 5C 00 01 00 02 01 01 00 00 00 00 00";
+} // namespace
+
+TEST(ChannelCodec, DecodesAFullMemoryRecord) {
+    MemoryTable memory;
+    ASSERT_EQ(DecodeChannelRecord(memory, record(kTypical), 3), CodecError::None);
+    EXPECT_TRUE(memory.ChannelInUse(3));
+    const std::tuple<int, const char*, double> cells[] = {
+        {ColFrequency, "145.1250", 145.125},
+        {ColStep, "12.5KHz", 2},
+        {ColTone, "Tone", 1},
+        {ColTxTone, "88.5Hz", 8},
+        {ColRxTone, "100.0Hz", 12},
+        {ColDcs, "036", 5},
+        {ColShift, "+Shift", 2},
+        {ColOffset, "0.6000", 0.6},
+        {ColPower, "Mid", 1},
+        {ColBlank, "------", 0},
+        {ColBsv, "on2", 2},
+        {ColClock, "On", 1},
+        {ColBclo, "On", 1},
+        {ColName, "AB(1(", 1},
+        {ColSkip, "", 0},
+    };
+    for (const auto& [column, text, number] : cells)
+        EXPECT_EQ(memory.cell(3, column), (Cell{QLatin1String(text), number})) << column;
+}
+
+TEST(ChannelCodec, StatusByteDrivesInUseAndSkip) {
+    struct Case {
+        const char* status;
+        bool inUse;
+        int skip;
+        const char* frequency;
+        const char* reencoded;
+    };
+    const Case cases[] = {
+        {"00", false, 0, "145.0000", "00"},
+        {"08", false, 1, "145.0000*", "00"},
+        {"80", true, 0, "145.0000", "80"},
+        {"88", true, 1, "145.0000*", "88"},
+    };
+    for (const Case& c : cases) {
+        MemoryTable memory;
+        const QString r = record(QString::fromLatin1(c.status) + QStringLiteral(" 00 00 00 01 45 00 00"));
+        ASSERT_EQ(DecodeChannelRecord(memory, r, 0), CodecError::None);
+        EXPECT_EQ(memory.ChannelInUse(0), c.inUse) << c.status;
+        EXPECT_EQ(memory.number(0, ColSkip), c.skip) << c.status;
+        EXPECT_EQ(memory.text(0, ColFrequency), QLatin1String(c.frequency)) << c.status;
+        EXPECT_EQ(memory.number(0, ColFrequency), 145.0);
+        EXPECT_EQ(EncodeChannelFirstHalf(memory, 0).left(2), QLatin1String(c.reencoded)) << c.status;
+    }
+}
+
+TEST(ChannelCodec, ToneModeAndStepBytes) {
+    const std::pair<const char*, const char*> tones[] = {{"0C", "DCS"},  {"03", "TSQ"},  {"02", "TSQ"},
+                                                         {"01", "Tone"}, {"04", "None"}, {"00", "None"},
+                                                         {"09", "DCS"}};
+    for (const auto& [byte, mode] : tones) {
+        MemoryTable memory;
+        DecodeChannelRecord(memory, record((QStringLiteral("80 00 ") + QLatin1String(byte))), 0);
+        EXPECT_EQ(memory.text(0, ColTone), QLatin1String(mode)) << byte;
+    }
+    const std::tuple<const char*, int, const char*> steps[] = {
+        {"05", 2, "02"}, {"02", 2, "02"}, {"01", 0, "00"}, {"06", 0, "00"}, {"00", 0, "00"}};
+    for (const auto& [byte, index, encoded] : steps) {
+        MemoryTable memory;
+        DecodeChannelRecord(memory, record((QStringLiteral("80 00 00 ") + QLatin1String(byte))), 0);
+        EXPECT_EQ(memory.number(0, ColStep), index) << byte;
+        EXPECT_EQ(EncodeChannelFirstHalf(memory, 0).mid(6, 2), QLatin1String(encoded)) << byte;
+    }
+}
+
+TEST(ChannelCodec, NameCharacters) {
+    const std::tuple<const char*, const char*, const char*> cases[] = {
+        {"AB(1)", "3A3B5c315C00", "AB(1("},   {"Ab", "3A0000000000", "A"},
+        {"Z9 *#+", "533954555657", "Z9 *#+"}, {"-/\\=$_", "58595A5B5E5F", "-/\\=$_"},
+        {"?", "6A0000000000", "?"},           {":;<>@", "333435373900", "34579"},
+        {"!a[", "000000000000", ""},          {"ABCDEFGH", "3A3B3C3D3E3F", "ABCDEF"},
+    };
+    for (const auto& [name, encoded, decoded] : cases) {
+        MemoryTable memory;
+        memory.setChannelInUse(0, true);
+        memory.set(0, ColName, QLatin1String(name), 1);
+        const QString second = EncodeChannelSecondHalf(memory, 0);
+        EXPECT_EQ(second.size(), 32);
+        EXPECT_TRUE(second.startsWith(QLatin1String(encoded).left(12)))
+            << name << " " << second.toStdString();
+        MemoryTable back;
+        DecodeChannelRecord(back, EncodeChannelFirstHalf(memory, 0) + second, 0);
+        EXPECT_EQ(back.text(0, ColName), QLatin1String(decoded)) << name;
+    }
+}
+
+TEST(ChannelCodec, FrequencyDropsTheThousandsDigit) {
+    MemoryTable memory;
+    memory.setChannelInUse(0, true);
+    memory.set(0, ColFrequency, QStringLiteral("440.0000"), 440.0);
+    EXPECT_EQ(EncodeChannelFirstHalf(memory, 0).mid(8, 8), QStringLiteral("04400000"));
+    memory.set(0, ColFrequency, QStringLiteral("1440.0000"), 1440.0);
+    MemoryTable back;
+    DecodeChannelRecord(back, EncodeChannelFirstHalf(memory, 0) + EncodeChannelSecondHalf(memory, 0), 0);
+    EXPECT_EQ(back.cell(0, ColFrequency), (Cell{QStringLiteral("440.0000"), 440.0}));
+}
+
+TEST(ChannelCodec, BatterySaveCaptionsDifferBetweenStores) {
+    MemoryTable memory;
+    SpecialTable special;
+    const QString bsv2 = record("80 00 00 00 01 45 00 00 00 00 60 00 08 08 00 00 00 00 00 00 00 00 00 00 02");
+    DecodeChannelRecord(memory, bsv2, 0);
+    DecodeSpecialRecord(special, bsv2, 0);
+    EXPECT_EQ(memory.text(0, ColBsv), QStringLiteral("on2"));
+    EXPECT_EQ(special.text(0, ColBsv), QStringLiteral("On2"));
+    const QString bsv0 = record("80 00 00 00 01 45 00 00 00 00 60 00 08 08");
+    DecodeChannelRecord(memory, bsv0, 0);
+    DecodeSpecialRecord(special, bsv0, 0);
+    EXPECT_EQ(memory.text(0, ColBsv), QStringLiteral("Off"));
+    EXPECT_EQ(special.text(0, ColBsv), QStringLiteral("Off"));
+}
+
+TEST(ChannelCodec, SpecialRecordQuirks) {
+    SpecialTable special;
+    special.set(kVfoRow, ColFrequency, QStringLiteral("146.5200"), 146.52);
+    special.set(kVfoRow, ColClock, QStringLiteral("On"), 1);
+    special.set(kVfoRow, ColPower, QStringLiteral("High"), 5);
+    special.set(kVfoRow, ColBclo, QStringLiteral("On"), 1);
+    special.set(kRptRow, ColFrequency, QStringLiteral("150.0000"), 150.0);
+    const QString first = EncodeSpecialFirstHalf(special, kVfoRow);
+    const QString second = EncodeSpecialSecondHalf(special, kVfoRow);
+    EXPECT_EQ(special.number(kRptRow, ColFrequency), 145.0); // forced by every special encode
+    EXPECT_TRUE(first.startsWith(QLatin1String("80")));
+    EXPECT_EQ(second.left(12), QStringLiteral("000000000000"));
+    EXPECT_EQ(second.mid(12, 4), QStringLiteral("0100")); // clock written at byte 22
+    SpecialTable back;
+    DecodeSpecialRecord(back, first + second, kVfoRow);
+    EXPECT_EQ(back.cell(kVfoRow, ColClock), (Cell{QStringLiteral("Off"), 0})); // read from byte 23
+    EXPECT_EQ(back.cell(kVfoRow, ColPower), (Cell{QStringLiteral("High"), 2}));
+    EXPECT_EQ(back.cell(kVfoRow, ColBclo), (Cell{QStringLiteral("On"), 1}));
+    EXPECT_EQ(back.text(kVfoRow, ColFrequency), QStringLiteral("146.5200"));
+
+    DecodeSpecialRecord(
+        back, record("80 00 00 00 01 45 00 00 00 00 60 00 08 08 00 00 00 00 00 00 00 00 00 01"), kCallRow);
+    EXPECT_EQ(back.cell(kCallRow, ColClock), (Cell{QStringLiteral("On"), 1}));
+}
+
+TEST(ChannelCodec, IndicesBeyondTheTablesStopTheDecode) {
+    struct Case {
+        const char* rec;
+        CodecError memoryError, specialError;
+    };
+    const Case cases[] = {
+        {"80 00 00 00 01 45 00 00 00 00 60 00 27 26 67", CodecError::ToneIndex, CodecError::ToneIndex},
+        {"80 00 00 00 01 45 00 00 00 00 60 00 26 27 67", CodecError::ToneIndex, CodecError::ToneIndex},
+        {"80 00 00 00 01 45 00 00 00 00 60 00 26 26 68", CodecError::DcsIndex, CodecError::DcsIndex},
+        {"80 00 00 00 01 45 00 00 00 00 60 00 26 26 67", CodecError::None, CodecError::None},
+        {"80 00 00 13 01 45 00 00 00 00 60 00 00 00 00", CodecError::None, CodecError::StepIndex},
+        {"80 00 00 12 01 45 00 00 00 00 60 00 00 00 00", CodecError::None, CodecError::None},
+    };
+    for (const Case& c : cases) {
+        MemoryTable memory;
+        SpecialTable special;
+        EXPECT_EQ(DecodeChannelRecord(memory, record(c.rec), 1), c.memoryError) << c.rec;
+        EXPECT_EQ(DecodeSpecialRecord(special, record(c.rec), 1), c.specialError) << c.rec;
+    }
+    // A tone error leaves the row partly written: the frequency is new, the name untouched.
+    MemoryTable memory;
+    memory.set(1, ColName, QStringLiteral("OLD"), 1);
+    DecodeChannelRecord(memory, record(cases[0].rec), 1);
+    EXPECT_EQ(memory.text(1, ColFrequency), QStringLiteral("145.0000"));
+    EXPECT_EQ(memory.text(1, ColName), QStringLiteral("OLD"));
+    SpecialTable special;
+    DecodeSpecialRecord(special, record(cases[5].rec), 1);
+    EXPECT_EQ(special.cell(1, ColStep), (Cell{QString(), 18}));
+}
+
+TEST(ChannelCodec, EncodeDecodeRoundTrip) {
+    MemoryTable memory;
+    ASSERT_EQ(DecodeChannelRecord(memory, record(kTypical), 7), CodecError::None);
+    const QString again = EncodeChannelFirstHalf(memory, 7) + EncodeChannelSecondHalf(memory, 7);
+    // the name's ")" came back as "(", which is written "5c"; everything else is equal
+    EXPECT_EQ(again, record(kTypical).replace(QLatin1String("5c315C"), QLatin1String("5c315c")));
+}
+
+TEST(ChannelCodec, AnyTextDecodesWithoutHarm) {
+    QRandomGenerator random(318);
+    const QString alphabet = QStringLiteral("0123456789ABCDEFabcdefXYZ *\x01\xff");
+    for (int i = 0; i < 3000; ++i) {
+        QString text;
+        const int length = int(random.bounded(80));
+        for (int j = 0; j < length; ++j)
+            text += alphabet.at(int(random.bounded(alphabet.size())));
+        MemoryTable memory;
+        SpecialTable special;
+        DecodeChannelRecord(memory, text, int(random.bounded(201)));
+        DecodeSpecialRecord(special, text, int(random.bounded(8)));
+        EXPECT_EQ(EncodeChannelFirstHalf(memory, 0).size(), 32);
+        EXPECT_EQ(EncodeSpecialSecondHalf(special, 1).size(), 32);
+    }
+}
+
+TEST(ChannelCodec, HexDigitBits) {
+    for (int v = 0; v < 16; ++v) {
+        const QChar digit = QLatin1Char("0123456789ABCDEF"[v]);
+        const QString bits = HexDigitToBits(digit);
+        ASSERT_EQ(bits.size(), 4);
+        EXPECT_EQ(bits.toInt(nullptr, 2), v);
+        EXPECT_EQ(BitsToHexDigit(bits), digit);
+    }
+    EXPECT_TRUE(HexDigitToBits(QLatin1Char('G')).isEmpty());
+    EXPECT_TRUE(BitsToHexDigit(QStringLiteral("102")).isNull());
+}

@@ -1,0 +1,149 @@
+#include "model/settingscodec.h"
+
+#include <gtest/gtest.h>
+
+using namespace zq::model;
+
+namespace {
+QString half(const char* spaced) {
+    QString h = QString::fromLatin1(spaced).remove(QLatin1Char(' '));
+    while (h.size() < 32)
+        h += QLatin1Char('0');
+    return h;
+}
+QString byteOf(const QString& h, int i) {
+    return h.mid(2 * i, 2);
+}
+} // namespace
+
+TEST(SettingsCodec, OutOfRangeBytesAreRepairedInHalfA) {
+    struct Case {
+        int byte;
+        const char* value;
+        int RadioSettings::*member;
+    };
+    const Case cases[] = {
+        {5, "15", &RadioSettings::volume},        {6, "15", &RadioSettings::squelch},
+        {8, "04", &RadioSettings::dtmfWait},      {9, "04", &RadioSettings::dtmfFirst},
+        {10, "04", &RadioSettings::dtmfInterval}, {12, "10", &RadioSettings::timeOutTimer},
+        {13, "10", &RadioSettings::penaltyTime},
+    };
+    for (const Case& c : cases) {
+        SettingsBlock block;
+        block.halfA = PatchSettingsByte(half(""), QLatin1String(c.value), c.byte);
+        RadioSettings settings;
+        settings.*c.member = 99;
+        ApplySettingsBlock(block, settings);
+        EXPECT_EQ(settings.*c.member, 0) << c.byte;
+        EXPECT_EQ(byteOf(block.halfA, c.byte), QStringLiteral("00")) << c.byte;
+    }
+    // in range: kept
+    SettingsBlock block;
+    block.halfA = half("A5 00 00 01 C8 14 14 00 03 03 03 00 0F 0F");
+    RadioSettings settings;
+    ApplySettingsBlock(block, settings);
+    EXPECT_EQ(settings.volume, 20);
+    EXPECT_EQ(settings.timeOutTimer, 15);
+    EXPECT_EQ(block.halfA, half("A5 00 00 01 C8 14 14 00 03 03 03 00 0F 0F"));
+}
+
+TEST(SettingsCodec, BatteryRepairLandsOnToneBurstByte) {
+    SettingsBlock block;
+    block.halfA = half("A5 00 00 01 C8 0A 01 00 00 00 00 03");
+    block.halfB = half("00 00 00 00 00 00 00 00 00 00 00 05");
+    RadioSettings settings;
+    ApplySettingsBlock(block, settings);
+    EXPECT_EQ(settings.batteryType, 0);
+    EXPECT_EQ(settings.toneBurst, 3);                         // the control got the byte as it was
+    EXPECT_EQ(byteOf(block.halfA, 11), QStringLiteral("00")); // but the stored byte was rewritten
+    EXPECT_EQ(byteOf(block.halfB, 11), QStringLiteral("05")); // half B keeps its bad byte
+}
+
+TEST(SettingsCodec, ToneBurstIsNeverRepaired) {
+    SettingsBlock block;
+    block.halfA = half("A5 00 00 01 C8 0A 01 00 00 00 00 07");
+    RadioSettings settings;
+    ApplySettingsBlock(block, settings);
+    EXPECT_EQ(settings.toneBurst, 7);
+    EXPECT_EQ(byteOf(block.halfA, 11), QStringLiteral("07"));
+    BuildSettingsBlock(block, settings);
+    EXPECT_EQ(byteOf(block.halfA, 11), QStringLiteral("07"));
+}
+
+TEST(SettingsCodec, FlagBytes) {
+    struct Case {
+        const char* halfB;
+        bool RadioSettings::*member;
+        bool expected;
+    };
+    const Case cases[] = {
+        {"02", &RadioSettings::beep, false},
+        {"01", &RadioSettings::beep, true},
+        {"00 00 00 00 00 00 02", &RadioSettings::lockEnable, true},
+        {"00 00 00 00 AA", &RadioSettings::scanEnable, true},
+        {"00 00 00 00 00 01", &RadioSettings::powerEnable, true},
+        {"00 00 00 00 00 00 00 00 00 00 00 00 00 FF", &RadioSettings::repeaterMode, true},
+    };
+    for (const Case& c : cases) {
+        SettingsBlock block;
+        block.halfB = half(c.halfB);
+        RadioSettings settings;
+        ApplySettingsBlock(block, settings);
+        EXPECT_EQ(settings.*c.member, c.expected) << c.halfB;
+    }
+    SettingsBlock block;
+    block.halfB = half("00 03 09");
+    RadioSettings settings;
+    ApplySettingsBlock(block, settings);
+    EXPECT_EQ(settings.scanType, 1);
+    EXPECT_EQ(settings.lamp, 1);
+    BuildSettingsBlock(block, settings);
+    EXPECT_EQ(byteOf(block.halfB, 1), QStringLiteral("01"));
+}
+
+TEST(SettingsCodec, BuildLayout) {
+    SettingsBlock block;
+    RadioSettings settings;
+    BuildSettingsBlock(block, settings);
+    EXPECT_TRUE(block.halfA.startsWith(QLatin1String("A5000001C8")));
+    settings.channelMode = true;
+    settings.volume = 12;
+    settings.squelch = 3;
+    settings.scanEnable = settings.powerEnable = settings.lockEnable = settings.nameEnable = true;
+    settings.batteryType = 1;
+    settings.repeaterMode = true;
+    BuildSettingsBlock(block, settings);
+    EXPECT_EQ(block.halfA, half("A5 00 01 01 00 0C 03 00 00 00 00 00 00 00 00 00"));
+    EXPECT_EQ(block.halfB, half("00 00 00 00 AA AA 01 00 00 00 01 01 00 01 00 00"));
+    EXPECT_TRUE(block.halfB.endsWith(QLatin1String("0000")));
+
+    // a rebuilt block applies back to the same settings
+    RadioSettings back;
+    ApplySettingsBlock(block, back);
+    EXPECT_EQ(back, settings);
+}
+
+TEST(SettingsCodec, ClearAndSliders) {
+    SettingsBlock block;
+    block.halfA = half("FF");
+    ClearSettingsBlock(block);
+    EXPECT_EQ(block.halfA, QString(32, QLatin1Char('0')));
+    EXPECT_EQ(block.halfB, QString(32, QLatin1Char('0')));
+    RadioSettings settings;
+    ResetLevelSliders(settings);
+    EXPECT_EQ(settings.volume, 10);
+    EXPECT_EQ(settings.squelch, 1);
+    EXPECT_EQ(PatchSettingsByte(half("11 22 33"), QStringLiteral("AB"), 1).left(6), QStringLiteral("11AB33"));
+    EXPECT_EQ(PatchSettingsByte(QStringLiteral("11"), QStringLiteral("AB"), 40), QStringLiteral("11"));
+}
+
+TEST(SettingsCodec, ShortOrGarbledHalvesApplySafely) {
+    for (const char* text : {"", "A", "ZZZZZZZZZZZZZZZZZZ", "A5000001C81515"}) {
+        SettingsBlock block;
+        block.halfA = QString::fromLatin1(text);
+        block.halfB = QString::fromLatin1(text);
+        RadioSettings settings;
+        ApplySettingsBlock(block, settings);
+        EXPECT_LE(settings.volume, 20);
+    }
+}
