@@ -15,14 +15,14 @@ inline constexpr int kCloneLineLength = 32;
 // A clone file that passed validation: its 419 lines and the header that matched.
 struct CloneImage {
     QStringList lines;
-    int variant = 0;        // the header's variant 0..3
+    int variant = 0;         // the header's variant 0..3
     bool cloneCodeA = false; // the header's "Clone A"
 };
 
 struct CloneReadResult {
-    model::Result result;   // Done, DataError (with the line at fault) or FileOpenError
-    CloneImage image;       // valid when result.ok(); on a DataError for a wrong end line the
-                            // header fields are still filled (the start-up open uses them)
+    model::Result result; // Done, DataError (with the line at fault) or FileOpenError
+    CloneImage image;     // valid when result.ok(); on a DataError for a wrong end line the
+                          // header fields are still filled (the start-up open uses them)
     bool headerMatched = false;
 };
 
@@ -53,8 +53,10 @@ model::Result SaveCloneFile(model::Document& document, const QString& path);
 void NewDocument(model::Document& document);
 
 // The unsaved-changes prompt, asked by the front ends only when this says so.
-inline bool NeedsSavePrompt(const model::Document& document) { return document.DataChanged(); }
-QString SavePromptText();   // "Save changes to settings?"
-QString SavePromptTitle();  // "Save Changes"
+inline bool NeedsSavePrompt(const model::Document& document) {
+    return document.DataChanged();
+}
+QString SavePromptText();  // "Save changes to settings?"
+QString SavePromptTitle(); // "Save Changes"
 
 } // namespace zq::files

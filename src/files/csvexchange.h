@@ -15,6 +15,11 @@ QByteArray CsvExportText(const model::Document& document);
 model::Result ExportCsv(model::Document& document, const QString& path);
 // Import of CSV text onto the document: records it cannot place are skipped.
 void ImportCsvText(model::Document& document, const QByteArray& contents);
+// The same, telling how it ended: Fatal when a record is cut short by the end of the text (the
+// records before it stay stored).
+model::Result ImportCsvData(model::Document& document, const QByteArray& contents);
+// The CHANNEL field of the special rows: "VFO", "CALL", "RPT" (empty for other rows).
+QString SpecialRowHeading(int row);
 // Import after the dialog. A file that cannot be read is Fatal (the radio program has no trap).
 model::Result ImportCsv(model::Document& document, const QString& path);
 
