@@ -1,0 +1,180 @@
+#include "seriallink.h"
+
+#include <QDeadlineTimer>
+#include <QEventLoop>
+#include <QSerialPort>
+#include <QTimer>
+
+namespace zq::link {
+
+Q_LOGGING_CATEGORY(lcLink, "zq318.link", QtWarningMsg)
+
+using zq::model::Outcome;
+using zq::model::Result;
+
+namespace {
+
+// Runs a nested event loop until `deadline` has passed or `loop` is quit by someone else. The timer
+// is re-armed if it fires early, so a pause is never shorter than asked.
+void RunUntil(QEventLoop& loop, const QDeadlineTimer& deadline) {
+    QTimer timer;
+    timer.setSingleShot(true);
+    timer.setTimerType(Qt::PreciseTimer);
+    const auto remainingMs = [&deadline] {
+        const qint64 ns = deadline.remainingTimeNSecs();
+        return ns <= 0 ? 0 : int((ns + 999999) / 1000000);
+    };
+    QObject::connect(&timer, &QTimer::timeout, &loop, [&] {
+        if (deadline.hasExpired())
+            loop.quit();
+        else
+            timer.start(remainingMs());
+    });
+    timer.start(remainingMs());
+    loop.exec();
+}
+
+bool ReplyComplete(const QString& command, const QString& reply) {
+    return reply.size() > command.size() + 1 + 3 && reply.endsWith(QLatin1Char('\n'));
+}
+
+} // namespace
+
+SerialLink::SerialLink(QObject* parent) : QObject(parent), port_(new QSerialPort(this)) {}
+
+SerialLink::~SerialLink() = default;
+
+void SerialLink::setPortName(const QString& device) {
+    port_->setPortName(device);
+}
+
+QString SerialLink::portName() const {
+    return port_->portName();
+}
+
+Result SerialLink::open() {
+    if (port_->isOpen()) return Result::done();
+    port_->clearError();
+    if (port_->portName().isEmpty())
+        return Result::fail(Outcome::ComPortError, QStringLiteral("no serial port chosen"));
+    if (!port_->open(QIODevice::ReadWrite)) {
+        const QString why = port_->errorString();
+        port_->clearError();
+        return Result::fail(Outcome::ComPortError,
+                            QStringLiteral("cannot open %1: %2").arg(port_->portName(), why));
+    }
+    const bool lineSet = port_->setBaudRate(QSerialPort::Baud9600) &&
+                         port_->setDataBits(QSerialPort::Data8) && port_->setParity(QSerialPort::NoParity) &&
+                         port_->setStopBits(QSerialPort::OneStop) &&
+                         port_->setFlowControl(QSerialPort::NoFlowControl);
+    if (!lineSet) {
+        const QString why = port_->errorString();
+        port_->close();
+        port_->clearError();
+        return Result::fail(Outcome::ComPortError,
+                            QStringLiteral("cannot set up %1: %2").arg(port_->portName(), why));
+    }
+    // The cable draws its power from DTR and RTS; a pseudo-terminal has neither line, which is fine.
+    port_->setDataTerminalReady(true);
+    port_->setRequestToSend(true);
+    port_->clearError();
+    qCDebug(lcLink) << "opened" << port_->portName();
+    return Result::done();
+}
+
+bool SerialLink::isOpen() const {
+    return port_->isOpen();
+}
+
+void SerialLink::close() {
+    if (port_->isOpen()) {
+        qCDebug(lcLink) << "closed" << port_->portName();
+        port_->close();
+    }
+    port_->clearError();
+}
+
+SerialLink::Ending SerialLink::exchange(const QString& command, int timeoutMs,
+                                        const std::function<bool(const QString&)>& complete,
+                                        const std::function<void(const QString&)>& arrived, QString& reply) {
+    reply.clear();
+    if (!port_->isOpen()) return Ending::PortError;
+    port_->clearError();
+
+    // Anything left over from an earlier exchange is not part of this reply.
+    port_->readAll();
+    if (!port_->clear(QSerialPort::Input)) return Ending::PortError;
+
+    QEventLoop loop;
+    Ending ending = Ending::TimedOut;
+    const QDeadlineTimer deadline(timeoutMs, Qt::PreciseTimer);
+    connect(port_, &QSerialPort::readyRead, &loop, [&] {
+        if (ending != Ending::TimedOut) return;
+        reply += QString::fromLatin1(port_->readAll());
+        if (arrived) arrived(reply);
+        if (complete(reply)) {
+            ending = Ending::Complete;
+            loop.quit();
+        }
+    });
+    connect(port_, &QSerialPort::errorOccurred, &loop, [&](QSerialPort::SerialPortError error) {
+        if (error == QSerialPort::NoError || ending != Ending::TimedOut) return;
+        ending = Ending::PortError;
+        loop.quit();
+    });
+
+    const QByteArray bytes = command.toLatin1() + '\r';
+    if (port_->write(bytes) != bytes.size()) ending = Ending::PortError;
+    if (ending == Ending::TimedOut) RunUntil(loop, deadline);
+
+    if (ending == Ending::PortError) {
+        qCWarning(lcLink) << "port error on" << port_->portName() << ":" << port_->errorString();
+        // A port that failed (a pulled cable) is opened afresh by the next transfer.
+        port_->close();
+        port_->clearError();
+    }
+    return ending;
+}
+
+QString SerialLink::SendCommand(const QString& command) {
+    QString reply;
+    const Ending ending = exchange(
+        command, kReplyTimeoutMs, [&command](const QString& text) { return ReplyComplete(command, text); },
+        {}, reply);
+    QString result;
+    switch (ending) {
+    case Ending::Complete:
+        result = reply;
+        break;
+    case Ending::TimedOut:
+        result = kTimeoutMarker;
+        break;
+    case Ending::PortError:
+        result = kPortErrorMarker;
+        break;
+    }
+    qCDebug(lcLink) << "sent" << command << "got" << result;
+    return result;
+}
+
+QString SerialLink::Collect(const QString& command, int timeoutMs,
+                            const std::function<bool(const QString&)>& complete,
+                            const std::function<void(const QString&)>& arrived) {
+    QString reply;
+    exchange(command, timeoutMs, complete, arrived, reply);
+    qCDebug(lcLink).noquote() << "sent" << command << "collected" << reply.size() << "characters";
+    return reply;
+}
+
+void SerialLink::Wait(int ms) {
+    if (ms <= 0) return;
+    QEventLoop loop;
+    RunUntil(loop, QDeadlineTimer(ms, Qt::PreciseTimer));
+}
+
+void SerialLink::TxEnd() {
+    SendCommand(QStringLiteral("KV~E"));
+    Wait(kCommandPauseMs);
+}
+
+} // namespace zq::link

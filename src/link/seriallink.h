@@ -1,0 +1,64 @@
+#pragma once
+// The one path to the radio: one ASCII command at a time, the reply collected until it is complete
+// or its time runs out. Every wait runs a nested event loop, so the window keeps repainting.
+#include "model/outcome.h"
+
+#include <QLoggingCategory>
+#include <QObject>
+#include <QString>
+#include <functional>
+
+class QSerialPort;
+
+namespace zq::link {
+
+Q_DECLARE_LOGGING_CATEGORY(lcLink)
+
+// What SendCommand returns instead of a reply; no genuine reply can equal either.
+inline const QString kTimeoutMarker = QStringLiteral("False01");
+inline const QString kPortErrorMarker = QStringLiteral("False00");
+
+inline constexpr int kReplyTimeoutMs = 2000;
+inline constexpr int kCommandPauseMs = 10;
+
+class SerialLink : public QObject {
+    Q_OBJECT
+public:
+    explicit SerialLink(QObject* parent = nullptr);
+    ~SerialLink() override;
+
+    void setPortName(const QString& device);
+    QString portName() const;
+
+    // 9600 baud, 8 data bits, no parity, one stop bit, no flow control, DTR and RTS raised.
+    zq::model::Result open();
+    bool isOpen() const;
+    void close();
+
+    // Sends the command followed by CR and returns everything received (echo included) once it is
+    // longer than the command plus three characters and ends in LF; kTimeoutMarker when that does
+    // not happen within 2000 ms, kPortErrorMarker when the port fails.
+    QString SendCommand(const QString& command);
+
+    // The service panel's exchange: sends the command followed by CR and collects for `timeoutMs`,
+    // stopping early once `complete` accepts the text. Returns whatever arrived; `arrived` sees the
+    // text after every chunk.
+    QString Collect(const QString& command, int timeoutMs,
+                    const std::function<bool(const QString&)>& complete,
+                    const std::function<void(const QString&)>& arrived = {});
+
+    // Lets events run for at least `ms` milliseconds.
+    void Wait(int ms);
+    // Ends a clone session: "KV~E", whatever comes back, then the usual pause.
+    void TxEnd();
+
+private:
+    enum class Ending { Complete, TimedOut, PortError };
+    Ending exchange(const QString& command, int timeoutMs,
+                    const std::function<bool(const QString&)>& complete,
+                    const std::function<void(const QString&)>& arrived, QString& reply);
+
+    QSerialPort* port_;
+};
+
+} // namespace zq::link

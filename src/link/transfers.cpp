@@ -1,0 +1,301 @@
+#include "transfers.h"
+
+#include "model/channelcodec.h"
+#include "model/dialcodec.h"
+#include "model/document.h"
+#include "model/stores.h"
+#include "model/tables.h"
+#include "seriallink.h"
+
+namespace zq::link {
+
+using zq::model::CodecError;
+using zq::model::Document;
+using zq::model::Outcome;
+using zq::model::Result;
+
+namespace {
+
+constexpr int kReadReplyLength = 44;  // echo (10), 32 data digits, CR LF
+constexpr int kWriteReplyLength = 46; // echo (42), "OK" CR LF
+constexpr int kModelReplyLength = 10; // echo (6), "OK" CR LF
+constexpr int kEndReplyLength = 9;    // echo (5), "OK" CR LF
+constexpr int kPayloadStart = 10;     // the data digits follow the echoed command
+constexpr int kBlockDigits = 32;
+constexpr int kSpecialRecordPauseMs = 100;
+
+const QString kModelCheck = QStringLiteral("ZQ318");
+const QString kEndCommand = QStringLiteral("KV~E");
+const QString kOkTail = QStringLiteral("OK\r\n");
+
+// The outcome of a reply that failed its check: a port failure is a "COM Port Error", anything else
+// (time-out, wrong length, wrong tail) a "Communication Error".
+Result Mismatch(const QString& label, const QString& reply, int expectedLength) {
+    if (reply == kPortErrorMarker)
+        return Result::fail(Outcome::ComPortError, QStringLiteral("port error during %1").arg(label));
+    if (reply == kTimeoutMarker)
+        return Result::fail(Outcome::CommunicationError,
+                            QStringLiteral("no reply to %1 within %2 ms").arg(label).arg(kReplyTimeoutMs));
+    if (reply.size() != expectedLength)
+        return Result::fail(Outcome::CommunicationError,
+                            QStringLiteral("reply to %1 has %2 characters, not %3")
+                                .arg(label)
+                                .arg(reply.size())
+                                .arg(expectedLength));
+    return Result::fail(Outcome::CommunicationError,
+                        QStringLiteral("reply to %1 does not end in OK").arg(label));
+}
+
+bool Acknowledged(const QString& reply, int expectedLength) {
+    return reply.size() == expectedLength && reply.endsWith(kOkTail);
+}
+
+// Reads one block; on success `payload` holds its 32 digits.
+bool ReadBlock(SerialLink& link, const QString& address, QString& payload, Result& failure) {
+    const QString command = QStringLiteral("KV~F") + address + QLatin1Char('R');
+    const QString reply = link.SendCommand(command);
+    if (reply.size() != kReadReplyLength) {
+        failure = Mismatch(command, reply, kReadReplyLength);
+        return false;
+    }
+    payload = reply.mid(kPayloadStart, kBlockDigits);
+    return true;
+}
+
+bool WriteBlock(SerialLink& link, const QString& address, const QString& data, Result& failure) {
+    const QString head = QStringLiteral("KV~F") + address + QLatin1Char('W');
+    const QString command = head + data;
+    const QString reply = link.SendCommand(command);
+    if (!Acknowledged(reply, kWriteReplyLength)) {
+        failure = Mismatch(head, reply, kWriteReplyLength);
+        return false;
+    }
+    return true;
+}
+
+bool ModelCheck(SerialLink& link, Result& failure) {
+    const QString reply = link.SendCommand(kModelCheck);
+    if (!Acknowledged(reply, kModelReplyLength)) {
+        failure = Mismatch(kModelCheck, reply, kModelReplyLength);
+        return false;
+    }
+    return true;
+}
+
+Result DecodeFailure(const QString& what, CodecError error) {
+    // The read handlers catch the decoder's run-time error as a port failure.
+    return Result::fail(Outcome::ComPortError,
+                        QStringLiteral("%1: %2").arg(what, zq::model::CodecErrorText(error)));
+}
+
+Result OpenPort(SerialLink& link) {
+    return link.isOpen() ? Result::done() : link.open();
+}
+
+// Where a handler has no error trap, a port that cannot be opened ends the command as a run-time error.
+Result OpenPortUntrapped(SerialLink& link) {
+    Result opened = OpenPort(link);
+    if (!opened.ok())
+        opened = Result::fail(Outcome::Fatal, QStringLiteral("Run-time error: ") + opened.detail);
+    return opened;
+}
+
+QString SpecialAddress(int row, int half) {
+    return QStringLiteral("01") + QString::number(2 * row + half, 16).toUpper() + QLatin1Char('0');
+}
+
+QString DialAddress(int memory) {
+    return QStringLiteral("1F") + QString::number(memory) + QLatin1Char('0');
+}
+
+} // namespace
+
+Result ReadMemory(SerialLink& link, Document& document, const Progress& progress) {
+    if (Result opened = OpenPort(link); !opened.ok()) return opened;
+    Result failure;
+    for (int channel = 0; channel < zq::model::kChannelCount; ++channel) {
+        if (progress) progress(channel);
+        QString first, second;
+        if (!ReadBlock(link, zq::model::ChannelBlockAddress(channel, 0), first, failure)) return failure;
+        link.Wait(kCommandPauseMs);
+        if (!ReadBlock(link, zq::model::ChannelBlockAddress(channel, 1), second, failure)) return failure;
+        link.Wait(kCommandPauseMs);
+        const CodecError error = zq::model::DecodeChannelRecord(document.memory, first + second, channel);
+        document.notifyMemoryRows(channel, channel);
+        if (error != CodecError::None) return DecodeFailure(QStringLiteral("channel %1").arg(channel), error);
+    }
+    link.Wait(kCommandPauseMs);
+    link.TxEnd();
+    return Result::done();
+}
+
+Result WriteMemory(SerialLink& link, Document& document, const Progress& progress) {
+    if (Result opened = OpenPortUntrapped(link); !opened.ok()) return opened;
+    if (progress) progress(0);
+    Result failure;
+    if (!ModelCheck(link, failure)) return failure;
+    link.Wait(kCommandPauseMs);
+    for (int channel = 0; channel < zq::model::kChannelCount; ++channel) {
+        if (progress) progress(channel);
+        link.Wait(kCommandPauseMs);
+        if (!WriteBlock(link, zq::model::ChannelBlockAddress(channel, 0),
+                        zq::model::EncodeChannelFirstHalf(document.memory, channel), failure))
+            return failure;
+        link.Wait(kCommandPauseMs);
+        if (!WriteBlock(link, zq::model::ChannelBlockAddress(channel, 1),
+                        zq::model::EncodeChannelSecondHalf(document.memory, channel), failure))
+            return failure;
+    }
+    link.Wait(kCommandPauseMs);
+    link.TxEnd();
+    return Result::done();
+}
+
+Result ReadSettings(SerialLink& link, Document& document) {
+    if (Result opened = OpenPort(link); !opened.ok()) return opened;
+    Result failure;
+    QString halfA, halfB;
+    if (!ReadBlock(link, QStringLiteral("00E0"), halfA, failure)) return failure;
+    document.settingsBlock.halfA = halfA;
+    link.Wait(kCommandPauseMs);
+    if (!ReadBlock(link, QStringLiteral("00F0"), halfB, failure)) return failure;
+    document.settingsBlock.halfB = halfB;
+    document.applySettingsBlock();
+
+    for (int row = zq::model::kVfoRow; row <= zq::model::kCallRow; ++row) {
+        QString first, second;
+        link.Wait(kCommandPauseMs);
+        if (!ReadBlock(link, SpecialAddress(row, 0), first, failure)) return failure;
+        link.Wait(kCommandPauseMs);
+        if (!ReadBlock(link, SpecialAddress(row, 1), second, failure)) return failure;
+        const CodecError error = zq::model::DecodeSpecialRecord(document.special, first + second, row);
+        document.notifySpecialRows(row, row);
+        if (error != CodecError::None)
+            return DecodeFailure(row == zq::model::kVfoRow ? QStringLiteral("VFO") : QStringLiteral("CALL"),
+                                 error);
+    }
+    zq::model::BlankRptTexts(document.special);
+    document.RefreshSpecialGrid();
+
+    for (int memory = 0; memory < zq::model::kDialCount; ++memory) {
+        link.Wait(kCommandPauseMs);
+        QString record;
+        if (!ReadBlock(link, DialAddress(memory), record, failure)) return failure;
+        document.dialTexts[memory] = zq::model::UpDateDialData(record);
+        document.notifyDialTexts();
+    }
+    link.Wait(kCommandPauseMs);
+    link.TxEnd();
+    return Result::done();
+}
+
+Result WriteSettings(SerialLink& link, Document& document) {
+    if (Result opened = OpenPort(link); !opened.ok()) return opened;
+    Result failure;
+    if (!ModelCheck(link, failure)) return failure;
+    link.Wait(kCommandPauseMs);
+    document.buildSettingsBlock();
+    if (!WriteBlock(link, QStringLiteral("00E0"), document.settingsBlock.halfA, failure)) return failure;
+    link.Wait(kCommandPauseMs);
+    if (!WriteBlock(link, QStringLiteral("00F0"), document.settingsBlock.halfB, failure)) return failure;
+
+    for (int row = zq::model::kVfoRow; row <= zq::model::kRptRow; ++row) {
+        link.Wait(kCommandPauseMs);
+        if (!WriteBlock(link, SpecialAddress(row, 0),
+                        zq::model::EncodeSpecialFirstHalf(document.special, row), failure))
+            return failure;
+        link.Wait(kSpecialRecordPauseMs);
+        if (!WriteBlock(link, SpecialAddress(row, 1),
+                        zq::model::EncodeSpecialSecondHalf(document.special, row), failure))
+            return failure;
+    }
+    for (int memory = 0; memory < zq::model::kDialCount; ++memory) {
+        link.Wait(kCommandPauseMs);
+        if (!WriteBlock(link, DialAddress(memory), zq::model::MakeDialData(document.dialTexts[memory]),
+                        failure))
+            return failure;
+    }
+    link.Wait(kCommandPauseMs);
+    link.TxEnd();
+    return Result::done();
+}
+
+Result AutoSelect(SerialLink& link, Document& document) {
+    if (Result opened = OpenPort(link); !opened.ok()) return opened;
+    Result failure;
+    if (!ModelCheck(link, failure)) return failure;
+    link.Wait(kCommandPauseMs);
+
+    const QString identify = QStringLiteral("KV~F0000R");
+    const QString reply = link.SendCommand(identify);
+    if (reply.size() != kReadReplyLength) {
+        // Here even a port failure counts as a communication failure.
+        Result mismatch = Mismatch(identify, reply, kReadReplyLength);
+        mismatch.outcome = Outcome::CommunicationError;
+        return mismatch;
+    }
+    const QString payload = reply.mid(kPayloadStart, kBlockDigits);
+    const QString modelCode = payload.mid(6, 2);
+    int variant = -1;
+    if (modelCode == QLatin1String("AA"))
+        variant = zq::model::VariantT;
+    else if (modelCode == QLatin1String("55"))
+        variant = zq::model::VariantE;
+    else if (modelCode == QLatin1String("33"))
+        variant = zq::model::VariantJ;
+    else
+        return Result::fail(Outcome::CommunicationError,
+                            QStringLiteral("unknown model code %1").arg(modelCode));
+
+    // The same as the user clicking the model option.
+    document.setModelVariant(variant);
+    document.setDataChanged(true);
+    document.RefreshMemoryGrid();
+    document.setCloneCodeA(payload.mid(4, 2) == QLatin1String("AA"));
+
+    link.Wait(kCommandPauseMs);
+    const QString end = link.SendCommand(kEndCommand);
+    if (!Acknowledged(end, kEndReplyLength)) return Mismatch(kEndCommand, end, kEndReplyLength);
+    return Result::done();
+}
+
+AllResult ReadAll(SerialLink& link, Document& document, const Progress& progress) {
+    AllResult all;
+    all.settings = ReadSettings(link, document);
+    all.memory = ReadMemory(link, document, progress);
+    return all;
+}
+
+AllResult WriteAll(SerialLink& link, Document& document, const Progress& progress) {
+    AllResult all;
+    all.settings = WriteSettings(link, document);
+    all.memory = WriteMemory(link, document, progress);
+    return all;
+}
+
+Result ReadServiceBlock(SerialLink& link, const QString& addressText, QString& reply,
+                        const std::function<void(const QString&)>& shown) {
+    reply.clear();
+    if (Result opened = OpenPortUntrapped(link); !opened.ok()) return opened;
+    if (shown) shown(reply);
+    reply = link.Collect(
+        QStringLiteral("KV~F") + addressText + QLatin1Char('R'), kServiceTimeoutMs,
+        [](const QString& text) { return text.size() >= 36 && text.endsWith(QLatin1String("\r\n")); }, shown);
+    return Result::done();
+}
+
+Result DumpBlocks(SerialLink& link, QString& dump, const std::function<void(const QString&)>& shown) {
+    dump.clear();
+    if (Result opened = OpenPortUntrapped(link); !opened.ok()) return opened;
+    for (int block = 0; block < 256; ++block) {
+        const QString digits = QStringLiteral("%1").arg(block, 2, 16, QLatin1Char('0')).toUpper();
+        QString reply;
+        const Result read = ReadServiceBlock(link, QLatin1Char('0') + digits + QLatin1Char('0'), reply);
+        if (!read.ok()) return read;
+        dump += digits + QLatin1Char('\t') + reply.right(34);
+        if (shown) shown(dump);
+    }
+    return Result::done();
+}
+
+} // namespace zq::link
