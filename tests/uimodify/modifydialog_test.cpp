@@ -1,0 +1,666 @@
+// Drives the channel modify dialog through its real widgets: key filters, corrections on leaving a
+// field, the opening steps and what OK and Cancel leave in the document.
+#include "model/document.h"
+#include "model/stores.h"
+#include "model/tables.h"
+#include "ui/modifydialog.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <ostream>
+
+QT_BEGIN_NAMESPACE
+// Readable failure messages for text cells.
+inline void PrintTo(const QString& text, std::ostream* os) {
+    *os << '"' << text.toStdString() << '"';
+}
+QT_END_NAMESPACE
+
+using namespace zq::model;
+using zq::ui::ModifyDialog;
+
+namespace {
+
+class ModifyDialogTest : public ::testing::Test {
+protected:
+    Document doc;
+    ModifyDialog dlg{doc};
+
+    template <class W = QWidget> W* child(const QString& name) {
+        W* widget = dlg.findChild<W*>(name);
+        EXPECT_NE(widget, nullptr) << name.toStdString();
+        return widget;
+    }
+    QLineEdit* box(const char* name) { return child<QLineEdit>(QLatin1String(name)); }
+    QRadioButton* option(const char* array, int index) {
+        return child<QRadioButton>(QStringLiteral("%1_%2").arg(QLatin1String(array)).arg(index));
+    }
+    QCheckBox* check(const char* name) { return child<QCheckBox>(QLatin1String(name)); }
+    QString label(const char* name) { return child<QLabel>(QLatin1String(name))->text(); }
+
+    // Shows the dialog as the opener would and waits until it has the keyboard.
+    void showActive() {
+        dlg.show();
+        QApplication::setActiveWindow(&dlg);
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&dlg));
+    }
+    void leave(QLineEdit* target) {
+        ASSERT_TRUE(target->hasFocus());
+        dlg.findChild<QPushButton*>(QStringLiteral("CancelButton"))->setFocus(Qt::TabFocusReason);
+    }
+    void putInUse(int row, const QString& frequency) {
+        doc.memory.set(row, ColFrequency, frequency, frequency.left(8).toDouble());
+        doc.memory.setChannelInUse(row, true);
+    }
+};
+
+// ---- opening ----------------------------------------------------------------------------------
+
+TEST_F(ModifyDialogTest, MemoryOpeningSetsCaptionsAndShowsMemoryControls) {
+    doc.setModelVariant(VariantE);
+    ASSERT_TRUE(dlg.prepareMemoryChannel(12));
+    EXPECT_EQ(dlg.windowTitle(), QStringLiteral("Modify Memory Channel Parameter"));
+    EXPECT_EQ(label("lblMode"), QStringLiteral("Memory"));
+    EXPECT_EQ(label("lblCH"), QStringLiteral("12CH"));
+    EXPECT_EQ(label("lblMHz"), QStringLiteral("(144.000-145.995MHz)"));
+    doc.setCloneCodeA(true);
+    dlg.prepareMemoryChannel(0);
+    EXPECT_EQ(label("lblCH"), QStringLiteral("0CH"));
+    EXPECT_EQ(label("lblMHz"), QStringLiteral("(136.000-173.995MHz)"));
+    for (const char* name : {"chkSkip", "chkHold", "txtName", "lblCH"})
+        EXPECT_TRUE(child(QLatin1String(name))->isVisibleTo(&dlg)) << name;
+    EXPECT_FALSE(dlg.prepareMemoryChannel(200));
+    EXPECT_FALSE(dlg.prepareMemoryChannel(-1));
+}
+
+struct SpecialCase {
+    int row;
+    const char* title;
+    const char* mode;
+    bool frequencyEnabled;
+    const char* freq;
+    const char* freq2;
+};
+
+class SpecialOpening : public ModifyDialogTest, public ::testing::WithParamInterface<SpecialCase> {};
+
+TEST_P(SpecialOpening, CaptionsAndFrequencyBoxes) {
+    const SpecialCase& c = GetParam();
+    doc.special.set(kVfoRow, ColFrequency, QStringLiteral("146.5250"), 146.525);
+    doc.special.set(kCallRow, ColFrequency, QStringLiteral("144.0100"), 144.01);
+    dlg.prepareMemoryChannel(3); // the memory opening must not leak into the special one
+    ASSERT_TRUE(dlg.prepareSpecialRow(c.row));
+    EXPECT_EQ(dlg.windowTitle(), QLatin1String(c.title));
+    EXPECT_EQ(label("lblMode"), QLatin1String(c.mode));
+    EXPECT_EQ(box("txtFreq")->isEnabled(), c.frequencyEnabled);
+    EXPECT_EQ(box("txtFreq2")->isEnabled(), c.frequencyEnabled);
+    EXPECT_EQ(box("txtFreq")->text(), QLatin1String(c.freq));
+    EXPECT_EQ(box("txtFreq2")->text(), QLatin1String(c.freq2));
+    for (const char* name : {"chkSkip", "chkHold", "txtName", "lblCH"})
+        EXPECT_FALSE(child(QLatin1String(name))->isVisibleTo(&dlg)) << name;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, SpecialOpening,
+    ::testing::Values(SpecialCase{0, "Modify VFO Parameters", "VFO", true, "146", "5250"},
+                      SpecialCase{1, "Modify Call Channel Parameters", "Call", true, "144", "0100"},
+                      SpecialCase{2, "Modifi Repeater Access Parameters", "Repeater", false, "RPT", ""}));
+
+TEST_F(ModifyDialogTest, RepeaterOpeningReenablesFrequencyAfterwards) {
+    dlg.prepareSpecialRow(kRptRow);
+    dlg.prepareSpecialRow(kVfoRow);
+    EXPECT_TRUE(box("txtFreq")->isEnabled());
+    EXPECT_EQ(box("txtFreq")->text(), QStringLiteral("145"));
+}
+
+TEST_F(ModifyDialogTest, FillsControlsFromTheRow) {
+    doc.memory.set(7, ColFrequency, QStringLiteral("147.1250*"), 147.125);
+    doc.memory.set(7, ColStep, QStringLiteral("12.5KHz"), 2);
+    doc.memory.set(7, ColTone, QStringLiteral("TSQ"), 3);
+    doc.memory.set(7, ColTxTone, ToneNames().at(38), 38);
+    doc.memory.set(7, ColRxTone, ToneNames().at(12), 12);
+    doc.memory.set(7, ColDcs, DcsCodes().at(103), 103);
+    doc.memory.set(7, ColShift, QStringLiteral("+Shift"), 2);
+    doc.memory.set(7, ColOffset, QStringLiteral("0.6000"), 0.6);
+    doc.memory.set(7, ColPower, QStringLiteral("Mid"), 1);
+    doc.memory.set(7, ColBsv, QStringLiteral("on2"), 2);
+    doc.memory.set(7, ColClock, QStringLiteral("On"), 1);
+    doc.memory.set(7, ColBclo, QStringLiteral("On"), 5);
+    doc.memory.set(7, ColName, QStringLiteral("AB(1"), 1);
+    doc.memory.set(7, ColSkip, QString(), 1);
+    doc.memory.setChannelInUse(7, true);
+    dlg.prepareMemoryChannel(7);
+
+    EXPECT_EQ(box("txtFreq")->text(), QStringLiteral("147"));
+    EXPECT_EQ(box("txtFreq2")->text(), QStringLiteral("1250"));
+    EXPECT_TRUE(option("optStep", 2)->isChecked());
+    EXPECT_TRUE(option("optTone", 2)->isChecked());
+    EXPECT_EQ(child<QComboBox>(QStringLiteral("cmbTxTone"))->currentText(), QStringLiteral("250.3Hz"));
+    EXPECT_EQ(child<QComboBox>(QStringLiteral("cmbRxTone"))->currentIndex(), 12);
+    EXPECT_EQ(child<QComboBox>(QStringLiteral("cmbDCS"))->currentText(), QStringLiteral("754"));
+    EXPECT_TRUE(option("optSift", 2)->isChecked());
+    EXPECT_EQ(box("txtShift")->text(), QStringLiteral("00"));
+    EXPECT_EQ(box("txtShift2")->text(), QStringLiteral("6000"));
+    EXPECT_TRUE(option("optATT", 1)->isChecked());
+    EXPECT_TRUE(option("optBs", 2)->isChecked());
+    EXPECT_TRUE(check("chkClock")->isChecked());
+    EXPECT_TRUE(check("chkBCLO")->isChecked());
+    EXPECT_TRUE(check("chkSkip")->isChecked());
+    EXPECT_TRUE(check("chkBS")->isChecked());
+    EXPECT_FALSE(check("chkPower")->isChecked());
+    EXPECT_EQ(box("txtName")->text(), QStringLiteral("AB(1"));
+}
+
+TEST_F(ModifyDialogTest, ComboListsHoldTheReferenceTables) {
+    EXPECT_EQ(child<QComboBox>(QStringLiteral("cmbTxTone"))->count(), kToneCount);
+    EXPECT_EQ(child<QComboBox>(QStringLiteral("cmbRxTone"))->count(), kToneCount);
+    EXPECT_EQ(child<QComboBox>(QStringLiteral("cmbDCS"))->count(), kDcsCount);
+    EXPECT_EQ(child<QComboBox>(QStringLiteral("cmbDCS"))->itemText(0), QStringLiteral("023"));
+    for (int i = 0; i < kStepCount; ++i) {
+        EXPECT_EQ(option("optStep", i)->text(), StepNames().at(i));
+        EXPECT_EQ(option("optStep", i)->property("index").toInt(), i);
+    }
+}
+
+// ---- template and Hold -------------------------------------------------------------------------
+
+TEST_F(ModifyDialogTest, EmptyChannelTakesTheTemplateUnlessHoldIsTicked) {
+    doc.memory.set(kTemplateRow, ColFrequency, QStringLiteral("150.5000"), 150.5);
+    doc.memory.set(kTemplateRow, ColName, QStringLiteral("TMPL"), 1);
+    doc.memory.set(5, ColFrequency, QStringLiteral("160.0000"), 160.0);
+    doc.memory.set(5, ColName, QStringLiteral("OLD"), 1);
+    doc.memory.set(6, ColFrequency, QStringLiteral("161.0000"), 161.0);
+
+    check("chkHold")->setChecked(true);
+    dlg.prepareMemoryChannel(5);
+    EXPECT_EQ(box("txtFreq")->text(), QStringLiteral("160"));
+    EXPECT_EQ(doc.memory.text(5, ColName), QStringLiteral("OLD"));
+    dlg.reject();
+    // The dialog is only hidden: the tick survives into the next opening.
+    dlg.prepareMemoryChannel(6);
+    EXPECT_TRUE(check("chkHold")->isChecked());
+    EXPECT_EQ(box("txtFreq")->text(), QStringLiteral("161"));
+
+    check("chkHold")->setChecked(false);
+    dlg.prepareMemoryChannel(5);
+    EXPECT_EQ(box("txtFreq")->text(), QStringLiteral("150"));
+    EXPECT_EQ(box("txtName")->text(), QStringLiteral("TMPL"));
+    for (int column = 0; column < kMemoryColumns; ++column)
+        EXPECT_EQ(doc.memory.cell(5, column), doc.memory.cell(kTemplateRow, column)) << column;
+    // Cancel keeps the copied cells but the channel stays empty.
+    dlg.reject();
+    EXPECT_EQ(doc.memory.text(5, ColFrequency), QStringLiteral("150.5000"));
+    EXPECT_FALSE(doc.memory.ChannelInUse(5));
+    EXPECT_FALSE(doc.DataChanged());
+}
+
+TEST_F(ModifyDialogTest, ChannelInUseIsNeverOverwrittenByTheTemplate) {
+    putInUse(9, QStringLiteral("151.0000"));
+    dlg.prepareMemoryChannel(9);
+    EXPECT_EQ(box("txtFreq")->text(), QStringLiteral("151"));
+    EXPECT_EQ(doc.memory.text(9, ColFrequency), QStringLiteral("151.0000"));
+}
+
+// ---- key filters -------------------------------------------------------------------------------
+
+TEST_F(ModifyDialogTest, TypingThreeMegahertzDigitsRunsOnIntoTheFraction) {
+    dlg.prepareMemoryChannel(0);
+    showActive();
+    QLineEdit* freq = box("txtFreq");
+    QLineEdit* freq2 = box("txtFreq2");
+    ASSERT_TRUE(freq->hasFocus());
+    EXPECT_EQ(freq->selectedText(), QStringLiteral("145"));
+    QTest::keyClick(freq, Qt::Key_1);
+    QTest::keyClick(freq, Qt::Key_A);
+    QTest::keyClick(freq, Qt::Key_4);
+    EXPECT_TRUE(freq->hasFocus());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_5);
+    EXPECT_EQ(freq->text(), QStringLiteral("145"));
+    EXPECT_TRUE(freq2->hasFocus());
+    EXPECT_EQ(freq2->selectedText(), QStringLiteral("0000"));
+    // Typing continues over the selected fraction.
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("0125"));
+    EXPECT_EQ(freq2->text(), QStringLiteral("0125"));
+    dlg.reject();
+}
+
+struct NumericKeyCase {
+    const char* box;
+    Qt::Key key;
+    Qt::KeyboardModifiers modifiers;
+    const char* text;
+    const char* before;
+    const char* after;
+};
+
+class NumericKeys : public ModifyDialogTest, public ::testing::WithParamInterface<NumericKeyCase> {};
+
+TEST_P(NumericKeys, OnlyDigitsAndBackspacePass) {
+    const NumericKeyCase& c = GetParam();
+    QLineEdit* target = box(c.box);
+    target->setText(QLatin1String(c.before));
+    target->end(false);
+    QTest::sendKeyEvent(QTest::Click, target, c.key, QLatin1String(c.text), c.modifiers);
+    EXPECT_EQ(target->text(), QLatin1String(c.after));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Boxes, NumericKeys,
+    ::testing::Values(NumericKeyCase{"txtFreq", Qt::Key_7, Qt::NoModifier, "7", "1", "17"},
+                      NumericKeyCase{"txtFreq", Qt::Key_A, Qt::NoModifier, "a", "1", "1"},
+                      NumericKeyCase{"txtFreq", Qt::Key_Period, Qt::NoModifier, ".", "1", "1"},
+                      NumericKeyCase{"txtFreq", Qt::Key_Backspace, Qt::NoModifier, "\b", "14", "1"},
+                      NumericKeyCase{"txtFreq2", Qt::Key_Minus, Qt::NoModifier, "-", "01", "01"},
+                      NumericKeyCase{"txtFreq2", Qt::Key_V, Qt::ControlModifier, "\x16", "01", "01"},
+                      NumericKeyCase{"txtFreq2", Qt::Key_Space, Qt::NoModifier, " ", "01", "01"},
+                      NumericKeyCase{"txtShift2", Qt::Key_9, Qt::NoModifier, "9", "12", "129"},
+                      NumericKeyCase{"txtShift2", Qt::Key_E, Qt::NoModifier, "e", "12", "12"},
+                      NumericKeyCase{"txtShift", Qt::Key_Backspace, Qt::NoModifier, "\b", "1", ""},
+                      NumericKeyCase{"txtShift", Qt::Key_Plus, Qt::NoModifier, "+", "", ""}));
+
+struct NameKeyCase {
+    char key;
+    Qt::KeyboardModifiers modifiers;
+    const char* typed;
+};
+
+class NameKeys : public ModifyDialogTest, public ::testing::WithParamInterface<NameKeyCase> {};
+
+TEST_P(NameKeys, CharacterSetAndCapitals) {
+    const NameKeyCase& c = GetParam();
+    QLineEdit* name = box("txtName");
+    name->setText(QStringLiteral("1"));
+    name->end(false);
+    QTest::keyClick(name, c.key, c.modifiers);
+    EXPECT_EQ(name->text(), QStringLiteral("1") + QLatin1String(c.typed)) << "key " << c.key;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Keys, NameKeys,
+    ::testing::Values(NameKeyCase{'e', Qt::NoModifier, "E"}, NameKeyCase{'E', Qt::ShiftModifier, ""},
+                      NameKeyCase{'z', Qt::NoModifier, "Z"}, NameKeyCase{'Z', Qt::ShiftModifier, ""},
+                      NameKeyCase{'a', Qt::NoModifier, "A"}, NameKeyCase{'A', Qt::ShiftModifier, "A"},
+                      NameKeyCase{'d', Qt::NoModifier, "D"}, NameKeyCase{'D', Qt::ShiftModifier, "D"},
+                      NameKeyCase{'#', Qt::ShiftModifier, "#"}, NameKeyCase{'$', Qt::ShiftModifier, "$"},
+                      NameKeyCase{'(', Qt::ShiftModifier, "("}, NameKeyCase{')', Qt::ShiftModifier, ")"},
+                      NameKeyCase{'*', Qt::NoModifier, "*"}, NameKeyCase{'+', Qt::NoModifier, "+"},
+                      NameKeyCase{'-', Qt::NoModifier, "-"}, NameKeyCase{'/', Qt::NoModifier, "/"},
+                      NameKeyCase{'=', Qt::NoModifier, "="}, NameKeyCase{'\\', Qt::NoModifier, "\\"},
+                      NameKeyCase{'_', Qt::ShiftModifier, "_"}, NameKeyCase{' ', Qt::NoModifier, " "},
+                      NameKeyCase{'9', Qt::NoModifier, "9"}, NameKeyCase{'%', Qt::ShiftModifier, ""},
+                      NameKeyCase{'.', Qt::NoModifier, ""}, NameKeyCase{'@', Qt::ShiftModifier, ""},
+                      NameKeyCase{'?', Qt::ShiftModifier, ""}, NameKeyCase{'[', Qt::NoModifier, ""}));
+
+TEST_F(ModifyDialogTest, NameBackspaceAndLengthLimit) {
+    QLineEdit* name = box("txtName");
+    name->clear();
+    QTest::keyClicks(name, QStringLiteral("abcdefgh"));
+    EXPECT_EQ(name->text(), QStringLiteral("ABCDEF"));
+    QTest::keyClick(name, Qt::Key_Backspace);
+    EXPECT_EQ(name->text(), QStringLiteral("ABCDE"));
+}
+
+TEST_F(ModifyDialogTest, ShiftRunsOnIntoItsFractionSelectingAsMuchAsTheFrequencyFraction) {
+    dlg.prepareMemoryChannel(0);
+    showActive();
+    QLineEdit* shift = box("txtShift");
+    QLineEdit* shift2 = box("txtShift2");
+    box("txtFreq2")->setText(QStringLiteral("50")); // a short fraction shows whose length counts
+    shift->setFocus(Qt::OtherFocusReason);
+    shift->clear();
+    QTest::keyClick(shift, Qt::Key_1);
+    EXPECT_TRUE(shift->hasFocus());
+    QTest::keyClick(shift, Qt::Key_2);
+    EXPECT_EQ(shift->text(), QStringLiteral("12"));
+    ASSERT_TRUE(shift2->hasFocus());
+    EXPECT_EQ(shift2->selectionStart(), 0);
+    EXPECT_EQ(shift2->selectedText(), QStringLiteral("60"));
+    dlg.reject();
+}
+
+// ---- corrections on leaving a field ------------------------------------------------------------
+
+struct FractionCase {
+    const char* typed;
+    int stepBefore;
+    const char* corrected;
+    int stepAfter;
+};
+
+class FrequencyFraction : public ModifyDialogTest, public ::testing::WithParamInterface<FractionCase> {};
+
+TEST_P(FrequencyFraction, SnapsToTheRasterAndTicksTheStep) {
+    const FractionCase& c = GetParam();
+    dlg.prepareMemoryChannel(0);
+    showActive();
+    option("optStep", c.stepBefore)->setChecked(true);
+    QLineEdit* freq2 = box("txtFreq2");
+    freq2->setFocus(Qt::OtherFocusReason);
+    freq2->clear();
+    QTest::keyClicks(freq2, QLatin1String(c.typed));
+    leave(freq2);
+    EXPECT_EQ(freq2->text(), QLatin1String(c.corrected));
+    EXPECT_TRUE(option("optStep", c.stepAfter)->isChecked());
+    dlg.reject();
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, FrequencyFraction,
+    ::testing::Values(FractionCase{"0125", 5, "0125", 2}, FractionCase{"0130", 5, "0125", 2},
+                      FractionCase{"0100", 2, "0100", 0}, FractionCase{"0007", 2, "0000", 0},
+                      FractionCase{"5", 2, "5000", 0}, FractionCase{"0375", 0, "0375", 2},
+                      FractionCase{"0990", 2, "0950", 0}, FractionCase{"9999", 2, "9950", 0},
+                      FractionCase{"", 2, "0000", 0}, FractionCase{"0049", 2, "0000", 0},
+                      FractionCase{"0124", 0, "0100", 0}));
+
+struct ShiftFractionCase {
+    int step;
+    const char* typed;
+    const char* corrected;
+};
+
+class ShiftFraction : public ModifyDialogTest, public ::testing::WithParamInterface<ShiftFractionCase> {};
+
+TEST_P(ShiftFraction, SnapsToTheTickedStepsRaster) {
+    const ShiftFractionCase& c = GetParam();
+    dlg.prepareMemoryChannel(0);
+    showActive();
+    option("optStep", c.step)->setChecked(true);
+    QLineEdit* shift2 = box("txtShift2");
+    shift2->setFocus(Qt::OtherFocusReason);
+    shift2->clear();
+    QTest::keyClicks(shift2, QLatin1String(c.typed));
+    leave(shift2);
+    EXPECT_EQ(shift2->text(), QLatin1String(c.corrected));
+    EXPECT_TRUE(option("optStep", c.step)->isChecked()) << "the step is not changed here";
+    dlg.reject();
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, ShiftFraction,
+    ::testing::Values(ShiftFractionCase{5, "0060", "0000"}, ShiftFractionCase{1, "0060", "0050"},
+                      ShiftFractionCase{2, "0260", "0250"}, ShiftFractionCase{0, "6", "6000"},
+                      ShiftFractionCase{2, "0130", "0125"}, ShiftFractionCase{6, "0130", "0100"},
+                      ShiftFractionCase{5, "0", "0000"}));
+
+TEST_F(ModifyDialogTest, ShiftIsPaddedToTwoDigitsAndStoredWithoutOneLeadingZero) {
+    putInUse(4, QStringLiteral("145.0000"));
+    dlg.prepareMemoryChannel(4);
+    showActive();
+    QLineEdit* shift = box("txtShift");
+    shift->setFocus(Qt::OtherFocusReason);
+    shift->clear();
+    QTest::keyClick(shift, Qt::Key_5);
+    leave(shift);
+    EXPECT_EQ(shift->text(), QStringLiteral("05"));
+    box("txtShift2")->setText(QStringLiteral("2500"));
+    dlg.accept();
+    EXPECT_EQ(doc.memory.text(4, ColOffset), QStringLiteral("5.2500"));
+    EXPECT_DOUBLE_EQ(doc.memory.number(4, ColOffset), 5.25);
+}
+
+struct RangeCase {
+    int variant;
+    bool cloneCodeA;
+    int mode; // 0 memory not in use, 1 memory in use, 2 VFO row
+    const char* typed;
+    const char* expected;
+};
+
+class FrequencyRange : public ModifyDialogTest, public ::testing::WithParamInterface<RangeCase> {};
+
+TEST_P(FrequencyRange, OutOfRangeMegahertzIsReplaced) {
+    const RangeCase& c = GetParam();
+    doc.setModelVariant(c.variant);
+    doc.setCloneCodeA(c.cloneCodeA);
+    doc.special.set(kVfoRow, ColFrequency, QStringLiteral("146.5000"), 146.5);
+    if (c.mode == 1) putInUse(3, QStringLiteral("150.0000*"));
+    if (c.mode == 2)
+        dlg.prepareSpecialRow(kVfoRow);
+    else
+        dlg.prepareMemoryChannel(3);
+    showActive();
+    QLineEdit* freq = box("txtFreq");
+    ASSERT_TRUE(freq->hasFocus());
+    freq->setText(QLatin1String(c.typed));
+    leave(freq);
+    EXPECT_EQ(freq->text(), QLatin1String(c.expected));
+    EXPECT_FALSE(doc.DataChanged());
+    dlg.reject();
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, FrequencyRange,
+    ::testing::Values(
+        RangeCase{VariantT, false, 0, "099", "145"}, RangeCase{VariantT, false, 0, "136", "136"},
+        RangeCase{VariantT, false, 0, "173", "173"}, RangeCase{VariantT, false, 0, "174", "145"},
+        RangeCase{VariantT, false, 0, "", "145"}, RangeCase{VariantJ, false, 0, "440", "145"},
+        RangeCase{VariantA, false, 0, "099", "155"}, RangeCase{-1, false, 0, "099", "155"},
+        RangeCase{VariantE, false, 0, "146", "145"}, RangeCase{VariantE, false, 0, "144", "144"},
+        RangeCase{VariantE, false, 0, "143", "145"}, RangeCase{VariantE, true, 0, "146", "146"},
+        RangeCase{VariantE, true, 0, "050", "050"}, RangeCase{VariantT, true, 0, "174", "145"},
+        RangeCase{VariantT, false, 1, "180", "150"}, RangeCase{VariantA, false, 1, "099", "150"},
+        RangeCase{VariantT, false, 2, "200", "146"}, RangeCase{VariantE, false, 2, "150", "146"}));
+
+TEST_F(ModifyDialogTest, EnterOnTheDefaultButtonStillCorrectsTheFocusedField) {
+    putInUse(2, QStringLiteral("145.0000"));
+    dlg.prepareMemoryChannel(2);
+    showActive();
+    QLineEdit* freq2 = box("txtFreq2");
+    freq2->setFocus(Qt::OtherFocusReason);
+    freq2->clear();
+    QTest::keyClicks(freq2, QStringLiteral("013"));
+    QTest::keyClick(freq2, Qt::Key_Return);
+    EXPECT_FALSE(dlg.isVisible());
+    EXPECT_EQ(doc.memory.text(2, ColFrequency), QStringLiteral("145.0125"));
+    EXPECT_EQ(doc.memory.text(2, ColStep), QStringLiteral("12.5KHz"));
+}
+
+// ---- OK and Cancel -----------------------------------------------------------------------------
+
+TEST_F(ModifyDialogTest, OkWritesEveryColumnOfAMemoryChannel) {
+    QSignalSpy rows(&doc, &Document::memoryRowsChanged);
+    dlg.prepareMemoryChannel(17);
+    box("txtFreq")->setText(QStringLiteral("146"));
+    box("txtFreq2")->setText(QStringLiteral("0125"));
+    option("optStep", 2)->setChecked(true);
+    option("optTone", 2)->setChecked(true);
+    child<QComboBox>(QStringLiteral("cmbTxTone"))->setCurrentIndex(3);
+    child<QComboBox>(QStringLiteral("cmbRxTone"))->setCurrentIndex(38);
+    child<QComboBox>(QStringLiteral("cmbDCS"))->setCurrentIndex(10);
+    option("optSift", 2)->setChecked(true);
+    box("txtShift")->setText(QStringLiteral("12"));
+    box("txtShift2")->setText(QStringLiteral("5000"));
+    option("optATT", 1)->setChecked(true);
+    option("optBs", 2)->setChecked(true);
+    check("chkClock")->setChecked(true);
+    check("chkBCLO")->setChecked(true);
+    check("chkSkip")->setChecked(true);
+    box("txtName")->setText(QStringLiteral("AB12"));
+    dlg.accept();
+
+    const std::vector<Cell> expected{{QStringLiteral("146.0125*"), 146.0125},
+                                     {QStringLiteral("12.5KHz"), 2},
+                                     {QStringLiteral("TSQ"), 3},
+                                     {QStringLiteral("74.4Hz"), 3},
+                                     {QStringLiteral("250.3Hz"), 38},
+                                     {QStringLiteral("054"), 10},
+                                     {QStringLiteral("+Shift"), 2},
+                                     {QStringLiteral("12.5000"), 12.5},
+                                     {QStringLiteral("Mid"), 1},
+                                     {QStringLiteral("------"), 0},
+                                     {QStringLiteral("On2"), 2},
+                                     {QStringLiteral("On"), 1},
+                                     {QStringLiteral("On"), 1},
+                                     {QStringLiteral("AB12"), 1},
+                                     {QString(), 1}};
+    for (int column = 0; column < kMemoryColumns; ++column) {
+        EXPECT_EQ(doc.memory.text(17, column), expected[column].text) << column;
+        EXPECT_NEAR(doc.memory.number(17, column), expected[column].number, 1e-9) << column;
+    }
+    EXPECT_TRUE(doc.memory.ChannelInUse(17));
+    EXPECT_TRUE(doc.DataChanged());
+    ASSERT_EQ(rows.count(), 1);
+    EXPECT_EQ(rows.at(0).at(0).toInt(), 17);
+    EXPECT_EQ(rows.at(0).at(1).toInt(), 17);
+}
+
+struct GroupCase {
+    const char* array;
+    int index;
+    int column;
+    const char* text;
+    double number;
+};
+
+class OptionGroups : public ModifyDialogTest, public ::testing::WithParamInterface<GroupCase> {};
+
+TEST_P(OptionGroups, TickedOptionBecomesTextAndCode) {
+    const GroupCase& c = GetParam();
+    dlg.prepareMemoryChannel(1);
+    option(c.array, c.index)->setChecked(true);
+    dlg.accept();
+    EXPECT_EQ(doc.memory.text(1, c.column), QLatin1String(c.text));
+    EXPECT_EQ(doc.memory.number(1, c.column), c.number);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Options, OptionGroups,
+    ::testing::Values(
+        GroupCase{"optTone", 0, ColTone, "None", 0}, GroupCase{"optTone", 1, ColTone, "Tone", 1},
+        GroupCase{"optTone", 2, ColTone, "TSQ", 3}, GroupCase{"optTone", 3, ColTone, "DCS", 12},
+        GroupCase{"optSift", 0, ColShift, "None", 0}, GroupCase{"optSift", 1, ColShift, "-Shift", 1},
+        GroupCase{"optSift", 2, ColShift, "+Shift", 2}, GroupCase{"optATT", 0, ColPower, "Low", 0},
+        GroupCase{"optATT", 2, ColPower, "High", 2}, GroupCase{"optBs", 0, ColBsv, "Off", 0},
+        GroupCase{"optBs", 1, ColBsv, "On1", 1}, GroupCase{"optStep", 6, ColStep, "30KHz", 6},
+        GroupCase{"optStep", 3, ColStep, "15KHz", 3}));
+
+TEST_F(ModifyDialogTest, NoStepTickedLeavesTheStepColumn) {
+    putInUse(8, QStringLiteral("145.0000"));
+    doc.memory.set(8, ColStep, QStringLiteral("odd"), 11);
+    dlg.prepareMemoryChannel(8);
+    for (int i = 0; i < kStepCount; ++i)
+        EXPECT_FALSE(option("optStep", i)->isChecked());
+    dlg.accept();
+    EXPECT_EQ(doc.memory.cell(8, ColStep), (Cell{QStringLiteral("odd"), 11}));
+}
+
+TEST_F(ModifyDialogTest, UnchangedChannelKeepsItsValuesThroughOk) {
+    putInUse(11, QStringLiteral("147.5000*"));
+    doc.memory.set(11, ColOffset, QStringLiteral("5.0000"), 5.0);
+    doc.memory.set(11, ColSkip, QString(), 1);
+    dlg.prepareMemoryChannel(11);
+    dlg.accept();
+    EXPECT_EQ(doc.memory.text(11, ColFrequency), QStringLiteral("147.5000*"));
+    EXPECT_DOUBLE_EQ(doc.memory.number(11, ColFrequency), 147.5);
+    EXPECT_EQ(doc.memory.text(11, ColOffset), QStringLiteral("5.0000"));
+    EXPECT_EQ(doc.memory.number(11, ColSkip), 1);
+}
+
+TEST_F(ModifyDialogTest, CancelChangesNothing) {
+    putInUse(30, QStringLiteral("150.0000"));
+    const MemoryTable before = doc.memory;
+    const SpecialTable specialBefore = doc.special;
+    dlg.prepareMemoryChannel(30);
+    box("txtFreq")->setText(QStringLiteral("160"));
+    check("chkSkip")->setChecked(true);
+    dlg.reject();
+    dlg.prepareSpecialRow(kCallRow);
+    option("optTone", 3)->setChecked(true);
+    dlg.reject();
+    EXPECT_TRUE(doc.memory == before);
+    EXPECT_TRUE(doc.special == specialBefore);
+    EXPECT_FALSE(doc.DataChanged());
+}
+
+TEST_F(ModifyDialogTest, OnlyOkSetsDataChanged) {
+    QSignalSpy flag(&doc, &Document::dataChangedFlagChanged);
+    dlg.prepareMemoryChannel(40); // fills from the template
+    dlg.prepareSpecialRow(kVfoRow);
+    check("chkPower")->setChecked(true);
+    EXPECT_FALSE(doc.DataChanged());
+    EXPECT_EQ(flag.count(), 0);
+    dlg.accept();
+    EXPECT_TRUE(doc.DataChanged());
+}
+
+TEST_F(ModifyDialogTest, OkOnVfoWritesTwelveColumnsAndKeepsTheRepeaterBlank) {
+    QSignalSpy rows(&doc, &Document::specialRowsChanged);
+    doc.special.setText(kRptRow, ColPower, QStringLiteral("stale"));
+    dlg.prepareSpecialRow(kVfoRow);
+    box("txtFreq")->setText(QStringLiteral("147"));
+    box("txtFreq2")->setText(QStringLiteral("0250"));
+    option("optStep", 4)->setChecked(true);
+    option("optATT", 2)->setChecked(true);
+    dlg.accept();
+    EXPECT_EQ(doc.special.cell(kVfoRow, ColFrequency), (Cell{QStringLiteral("147.0250"), 147.025}));
+    EXPECT_EQ(doc.special.cell(kVfoRow, ColStep), (Cell{QStringLiteral("20KHz"), 4}));
+    EXPECT_EQ(doc.special.cell(kVfoRow, ColPower), (Cell{QStringLiteral("High"), 2}));
+    EXPECT_EQ(doc.special.cell(kVfoRow, ColBlank), (Cell{QStringLiteral("------"), 0}));
+    EXPECT_EQ(doc.special.text(kRptRow, ColPower), QString());
+    EXPECT_TRUE(doc.DataChanged());
+    ASSERT_EQ(rows.count(), 1);
+    EXPECT_EQ(rows.at(0).at(0).toInt(), kVfoRow);
+}
+
+TEST_F(ModifyDialogTest, OkOnRepeaterWritesToneAndShiftOnly) {
+    dlg.prepareSpecialRow(kRptRow);
+    option("optTone", 2)->setChecked(true);
+    child<QComboBox>(QStringLiteral("cmbDCS"))->setCurrentIndex(1);
+    option("optSift", 2)->setChecked(true);
+    box("txtShift")->setText(QStringLiteral("01"));
+    box("txtShift2")->setText(QStringLiteral("6000"));
+    dlg.accept();
+    EXPECT_EQ(doc.special.cell(kRptRow, ColTone), (Cell{QStringLiteral("TSQ"), 3}));
+    EXPECT_EQ(doc.special.cell(kRptRow, ColDcs), (Cell{QStringLiteral("025"), 1}));
+    EXPECT_EQ(doc.special.cell(kRptRow, ColShift), (Cell{QStringLiteral("+Shift"), 2}));
+    EXPECT_EQ(doc.special.text(kRptRow, ColOffset), QStringLiteral("1.6000"));
+    for (int column : {0, 1, 8, 9, 10, 11, 12})
+        EXPECT_TRUE(doc.special.text(kRptRow, column).isEmpty()) << column;
+}
+
+TEST_F(ModifyDialogTest, FocusGoesToTheFrequencyUnlessEditingTheRepeater) {
+    dlg.prepareSpecialRow(kCallRow);
+    showActive();
+    EXPECT_TRUE(box("txtFreq")->hasFocus());
+    EXPECT_EQ(box("txtFreq")->selectedText(), QStringLiteral("145"));
+    dlg.reject();
+    dlg.prepareSpecialRow(kRptRow);
+    showActive();
+    EXPECT_FALSE(box("txtFreq")->hasFocus());
+    EXPECT_FALSE(box("txtFreq2")->hasFocus());
+    dlg.reject();
+}
+
+TEST_F(ModifyDialogTest, PowerAndBatteryChecksFollowTheirOptions) {
+    dlg.prepareMemoryChannel(0);
+    check("chkPower")->setChecked(true);
+    EXPECT_TRUE(option("optATT", 2)->isChecked());
+    option("optATT", 1)->setChecked(true);
+    EXPECT_FALSE(check("chkPower")->isChecked());
+    option("optBs", 2)->setChecked(true);
+    EXPECT_TRUE(check("chkBS")->isChecked());
+    check("chkBS")->setChecked(false);
+    EXPECT_TRUE(option("optBs", 0)->isChecked());
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    // The test list is also read at build time, where no display may exist.
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    ::testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
+}
