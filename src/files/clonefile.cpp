@@ -1,5 +1,6 @@
 #include "clonefile.h"
 
+#include "atomicwrite.h"
 #include "fieldreader.h"
 #include "model/channelcodec.h"
 #include "model/dialcodec.h"
@@ -8,7 +9,6 @@
 
 #include <QBuffer>
 #include <QFile>
-#include <QSaveFile>
 
 namespace zq::files {
 
@@ -247,10 +247,7 @@ Result LoadCloneFile(model::Document& document, const QString& path) {
 
 Result SaveCloneFile(model::Document& document, const QString& path) {
     const QByteArray bytes = SerializeCloneFile(document);
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
-        const QString why = file.errorString();
-        file.cancelWriting();
+    if (const QString why = WriteFileAtomically(path, bytes); !why.isEmpty()) {
         return Result::fail(Outcome::FileOpenError, QStringLiteral("%1: %2").arg(path, why));
     }
     markLoaded(document, path);

@@ -1,5 +1,6 @@
 #include "csvexchange.h"
 
+#include "atomicwrite.h"
 #include "fieldreader.h"
 #include "model/numeric.h"
 #include "model/tables.h"
@@ -7,7 +8,6 @@
 #include <QBuffer>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <cmath>
 #include <optional>
 
@@ -234,10 +234,7 @@ QByteArray CsvExportText(const model::Document& document) {
 
 Result ExportCsv(model::Document& document, const QString& path) {
     const QByteArray bytes = CsvExportText(document);
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
-        const QString why = file.errorString();
-        file.cancelWriting();
+    if (const QString why = WriteFileAtomically(path, bytes); !why.isEmpty()) {
         return Result::fail(Outcome::FileOpenError, QStringLiteral("%1: %2").arg(path, why));
     }
     // Only the bare name is kept: a later Save writes there, relative to the current directory.

@@ -1,5 +1,6 @@
 #include "preferences.h"
 
+#include "atomicwrite.h"
 #include "model/numeric.h"
 #include "model/tables.h"
 
@@ -7,7 +8,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QSettings>
 #include <QStandardPaths>
 
@@ -70,10 +70,7 @@ PortSetting LoadPortSetting(const QString& path) {
 
 Result SavePortSetting(int port, const QString& path) {
     const QByteArray bytes = QByteArray::number(port) + "\r\n";
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
-        const QString why = file.errorString();
-        file.cancelWriting();
+    if (const QString why = WriteFileAtomically(path, bytes); !why.isEmpty()) {
         return Result::fail(Outcome::Fatal, QStringLiteral("%1: %2").arg(path, why));
     }
     return Result::done();
