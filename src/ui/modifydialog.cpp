@@ -511,7 +511,10 @@ bool ModifyDialog::filterNumericKey(QLineEdit* box, QKeyEvent* event) {
 
 bool ModifyDialog::filterNameKey(QKeyEvent* event) {
     if (event->key() == Qt::Key_Backspace) return false;
-    if (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) return true;
+    // Control chords never type a name character; Ctrl+Alt together is AltGr on some systems.
+    const Qt::KeyboardModifiers mods = event->modifiers();
+    const bool altGr = (mods & Qt::ControlModifier) && (mods & Qt::AltModifier);
+    if (!altGr && (mods & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))) return true;
     const QChar c = typedChar(event);
     if (c.isNull()) return true;
     const char16_t u = c.unicode();

@@ -215,12 +215,14 @@ TEST_F(ModifyDialogTest, ChannelInUseIsNeverOverwrittenByTheTemplate) {
 // ---- key filters -------------------------------------------------------------------------------
 
 TEST_F(ModifyDialogTest, TypingThreeMegahertzDigitsRunsOnIntoTheFraction) {
+    // In use, so that leaving the box too early would put back the stored 150.
+    putInUse(0, QStringLiteral("150.0000"));
     dlg.prepareMemoryChannel(0);
     showActive();
     QLineEdit* freq = box("txtFreq");
     QLineEdit* freq2 = box("txtFreq2");
     ASSERT_TRUE(freq->hasFocus());
-    EXPECT_EQ(freq->selectedText(), QStringLiteral("145"));
+    EXPECT_EQ(freq->selectedText(), QStringLiteral("150"));
     QTest::keyClick(freq, Qt::Key_1);
     QTest::keyClick(freq, Qt::Key_A);
     QTest::keyClick(freq, Qt::Key_4);
@@ -300,7 +302,8 @@ INSTANTIATE_TEST_SUITE_P(
                       NameKeyCase{'_', Qt::ShiftModifier, "_"}, NameKeyCase{' ', Qt::NoModifier, " "},
                       NameKeyCase{'9', Qt::NoModifier, "9"}, NameKeyCase{'%', Qt::ShiftModifier, ""},
                       NameKeyCase{'.', Qt::NoModifier, ""}, NameKeyCase{'@', Qt::ShiftModifier, ""},
-                      NameKeyCase{'?', Qt::ShiftModifier, ""}, NameKeyCase{'[', Qt::NoModifier, ""}));
+                      NameKeyCase{'?', Qt::ShiftModifier, ""}, NameKeyCase{'[', Qt::NoModifier, ""},
+                      NameKeyCase{'a', Qt::ControlModifier, ""}));
 
 TEST_F(ModifyDialogTest, NameBackspaceAndLengthLimit) {
     QLineEdit* name = box("txtName");
