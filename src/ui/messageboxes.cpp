@@ -1,0 +1,93 @@
+#include "messageboxes.h"
+
+#include "files/clonefile.h"
+#include "model/tables.h"
+
+#include <QMessageBox>
+
+namespace zq::ui {
+
+namespace {
+
+QMessageBox::StandardButton toStandard(MessageAnswer answer) {
+    switch (answer) {
+    case MessageAnswer::Ok:
+        return QMessageBox::Ok;
+    case MessageAnswer::Cancel:
+        return QMessageBox::Cancel;
+    case MessageAnswer::Yes:
+        return QMessageBox::Yes;
+    case MessageAnswer::No:
+        return QMessageBox::No;
+    }
+    return QMessageBox::Ok;
+}
+
+QMessageBox::Icon toIcon(MessageIcon icon) {
+    switch (icon) {
+    case MessageIcon::None:
+        return QMessageBox::NoIcon;
+    case MessageIcon::Information:
+        return QMessageBox::Information;
+    case MessageIcon::Question:
+        return QMessageBox::Question;
+    case MessageIcon::Warning:
+        return QMessageBox::Warning;
+    case MessageIcon::Critical:
+        return QMessageBox::Critical;
+    }
+    return QMessageBox::NoIcon;
+}
+
+} // namespace
+
+MessageAnswer QtMessageBoxes::show(const MessageRequest& request) {
+    QMessageBox box(toIcon(request.icon), request.title, request.text, QMessageBox::NoButton, parent_);
+    switch (request.buttons) {
+    case MessageButtons::Ok:
+        box.setStandardButtons(QMessageBox::Ok);
+        break;
+    case MessageButtons::OkCancel:
+        box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
+        break;
+    case MessageButtons::YesNoCancel:
+        box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+        break;
+    }
+    box.setDefaultButton(toStandard(request.defaultButton));
+    const int pressed = box.exec();
+    switch (pressed) {
+    case QMessageBox::Yes:
+        return MessageAnswer::Yes;
+    case QMessageBox::No:
+        return MessageAnswer::No;
+    case QMessageBox::Cancel:
+        return MessageAnswer::Cancel;
+    case QMessageBox::Ok:
+        return MessageAnswer::Ok;
+    default:
+        // Escape or the close button: the box's way out.
+        return request.buttons == MessageButtons::Ok ? MessageAnswer::Ok : MessageAnswer::Cancel;
+    }
+}
+
+MessageRequest ErrorBox(const QString& message) {
+    return {message, QStringLiteral("ERROR"), MessageButtons::Ok, MessageIcon::Critical, MessageAnswer::Ok};
+}
+
+MessageRequest FatalErrorBox(const QString& detail) {
+    return {QStringLiteral("Run-time error\r\n") + detail, model::AppTitle(), MessageButtons::Ok,
+            MessageIcon::Critical, MessageAnswer::Ok};
+}
+
+MessageRequest ConfirmBox(const QString& title, const QString& warning, const QString& question) {
+    return {warning + QStringLiteral("\r\n") + question, title, MessageButtons::OkCancel,
+            MessageIcon::Warning, MessageAnswer::Cancel};
+}
+
+MessageRequest SaveChangesBox() {
+    return {files::SavePromptText(), files::SavePromptTitle(), MessageButtons::YesNoCancel,
+            MessageIcon::Question, MessageAnswer::Yes};
+}
+
+} // namespace zq::ui

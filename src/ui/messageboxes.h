@@ -1,0 +1,60 @@
+#pragma once
+// Every message box of the window goes through this interface, so that tests can assert each box
+// and answer it without a person.
+#include <QString>
+#include <QVector>
+
+class QWidget;
+
+namespace zq::ui {
+
+enum class MessageButtons { Ok, OkCancel, YesNoCancel };
+enum class MessageIcon { None, Information, Question, Warning, Critical };
+enum class MessageAnswer { Ok, Cancel, Yes, No };
+
+struct MessageRequest {
+    QString text;
+    QString title;
+    MessageButtons buttons = MessageButtons::Ok;
+    MessageIcon icon = MessageIcon::None;
+    MessageAnswer defaultButton = MessageAnswer::Ok;
+    bool operator==(const MessageRequest&) const = default;
+};
+
+class MessageBoxes {
+public:
+    virtual ~MessageBoxes() = default;
+    virtual MessageAnswer show(const MessageRequest& request) = 0;
+};
+
+// The real boxes, modal over `parent`.
+class QtMessageBoxes : public MessageBoxes {
+public:
+    explicit QtMessageBoxes(QWidget* parent = nullptr) : parent_(parent) {}
+    void setParent(QWidget* parent) { parent_ = parent; }
+    MessageAnswer show(const MessageRequest& request) override;
+
+private:
+    QWidget* parent_;
+};
+
+// Records every box and answers from a script; with the script used up it answers the box's
+// default button.
+class ScriptedMessageBoxes : public MessageBoxes {
+public:
+    MessageAnswer show(const MessageRequest& request) override {
+        shown.append(request);
+        if (answers.isEmpty()) return request.defaultButton;
+        return answers.takeFirst();
+    }
+    QVector<MessageRequest> shown;
+    QVector<MessageAnswer> answers;
+};
+
+// The common boxes of the program.
+MessageRequest ErrorBox(const QString& message);     // "Data Error", "File Open Error" ... title "ERROR"
+MessageRequest FatalErrorBox(const QString& detail); // the run-time error report that ends the program
+MessageRequest ConfirmBox(const QString& title, const QString& warning, const QString& question);
+MessageRequest SaveChangesBox();
+
+} // namespace zq::ui
