@@ -53,11 +53,11 @@ CloneReadResult readClone(QIODevice& device) {
         }
         if (field.size() != kCloneLineLength) {
             const int line = reader.fieldLine();
-            const QString length = field.size() > kCloneLineLength ? QStringLiteral("more than 32")
-                                                                   : QString::number(field.size());
-            out.result = Result::fail(
-                Outcome::DataError,
-                QStringLiteral("%1: %2 characters instead of 32").arg(lineLabel(line), length), line);
+            const QString what = field.size() > kCloneLineLength
+                                     ? QStringLiteral("is longer than 32 characters")
+                                     : QStringLiteral("has %1 characters, not 32").arg(field.size());
+            out.result =
+                Result::fail(Outcome::DataError, QStringLiteral("%1 %2").arg(lineLabel(line), what), line);
             return out;
         }
         lines.append(QString::fromLatin1(field));

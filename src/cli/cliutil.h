@@ -1,0 +1,60 @@
+#pragma once
+// What the verbs of zq318 share: exit statuses, messages, argument parsing, loading and writing.
+#include "model/document.h"
+#include "model/outcome.h"
+
+#include <QByteArray>
+#include <QCommandLineParser>
+#include <QString>
+#include <QStringList>
+#include <optional>
+
+namespace zq::cli {
+
+struct Command;
+
+// What the global options say, handed to every verb.
+struct CliContext {
+    QString port;       // --port: a device path or a number 1..14; empty when not given
+    bool quiet = false; // --quiet: no progress display
+    const Command* command = nullptr;
+};
+
+enum ExitStatus : int {
+    ExitOk = 0,
+    ExitDifferent = 1, // diff: the files differ
+    ExitUsage = 2,
+    ExitCommunication = 3,
+    ExitComPort = 4,
+    ExitData = 5,
+    // "File Open Error", and also the faults the desktop program does not trap (a clone file
+    // named at start-up that is missing or short, a CSV file cut short): all are file faults.
+    ExitFileOpen = 6,
+};
+
+int ExitStatusFor(const model::Result& result);
+
+void PrintOut(const QString& text); // one line on standard output
+void PrintErr(const QString& text); // one line on standard error
+
+// Prints "Message: detail" (or the message alone) as the first line on standard error and gives
+// the exit status; nothing is printed for success.
+int Report(const model::Result& result);
+int UsageError(const QString& text, const Command& command);
+
+// Parses a verb's arguments after its options were added to `parser`. Returns an exit status
+// when the verb is to end at once (--help: 0 after printing the usage; a bad argument: 2).
+std::optional<int> ParseVerbArguments(QCommandLineParser& parser, const QStringList& arguments,
+                                      const Command& command, int positionalCount);
+QCommandLineOption OutputOption();
+QCommandLineOption BaseOption();
+
+// The data the window holds right after start-up with no file.
+void LoadStartupData(model::Document& document);
+// The start-up open of a clone file: its header selects variant and clone code.
+model::Result OpenAsAtStartup(model::Document& document, const QString& path);
+// Replaces the output file as a whole; call it only once the command has otherwise succeeded.
+// "File Open Error" when it cannot be written, the previous file then left as it was.
+model::Result WriteOutput(const QString& path, const QByteArray& bytes);
+
+} // namespace zq::cli

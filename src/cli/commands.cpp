@@ -1,0 +1,26 @@
+#include "commands.h"
+
+namespace zq::cli {
+
+const std::vector<Command>& Commands() {
+    static const std::vector<Command> commands{
+        {"export", "FILE.318 -o FILE.csv",
+         "Write the channels of a clone file as CSV, as the window exports them.", exportCommand},
+        {"import", "FILE.csv -o FILE.318 [--base FILE.318]",
+         "Import CSV channels onto a clone file (or the start-up data) and save the result.", importCommand},
+        {"check", "FILE.318", "Validate a clone file as Open does; prints OK or the fault and its line.",
+         checkCommand},
+        {"show", "FILE.318", "Print the VFO/CALL/RPT rows and the channels in use as tables.", showCommand},
+        {"diff", "A.318 B.318", "List what differs between two clone files; exit status 1 when they differ.",
+         diffCommand},
+    };
+    return commands;
+}
+
+const Command* FindCommand(const QString& name) {
+    for (const Command& command : Commands())
+        if (name == QLatin1String(command.name)) return &command;
+    return nullptr;
+}
+
+} // namespace zq::cli

@@ -1,0 +1,20 @@
+#include "commands.h"
+#include "files/csvexchange.h"
+
+namespace zq::cli {
+
+int exportCommand(const QStringList& arguments, CliContext& context) {
+    QCommandLineParser parser;
+    const QCommandLineOption output = OutputOption();
+    parser.addOption(output);
+    if (const auto status = ParseVerbArguments(parser, arguments, *context.command, 1)) return *status;
+    if (!parser.isSet(output)) return UsageError(QStringLiteral("-o FILE.csv is required"), *context.command);
+
+    model::Document document;
+    if (const model::Result opened = OpenAsAtStartup(document, parser.positionalArguments().first());
+        !opened.ok())
+        return Report(opened);
+    return Report(files::ExportCsv(document, parser.value(output)));
+}
+
+} // namespace zq::cli

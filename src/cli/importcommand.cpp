@@ -1,0 +1,29 @@
+#include "commands.h"
+#include "files/clonefile.h"
+#include "files/csvexchange.h"
+
+namespace zq::cli {
+
+int importCommand(const QStringList& arguments, CliContext& context) {
+    QCommandLineParser parser;
+    const QCommandLineOption output = OutputOption();
+    const QCommandLineOption base = BaseOption();
+    parser.addOption(output);
+    parser.addOption(base);
+    if (const auto status = ParseVerbArguments(parser, arguments, *context.command, 1)) return *status;
+    if (!parser.isSet(output)) return UsageError(QStringLiteral("-o FILE.318 is required"), *context.command);
+
+    model::Document document;
+    if (parser.isSet(base)) {
+        if (const model::Result opened = OpenAsAtStartup(document, parser.value(base)); !opened.ok())
+            return Report(opened);
+    } else {
+        LoadStartupData(document);
+    }
+    if (const model::Result imported = files::ImportCsv(document, parser.positionalArguments().first());
+        !imported.ok())
+        return Report(imported);
+    return Report(files::SaveCloneFile(document, parser.value(output)));
+}
+
+} // namespace zq::cli
