@@ -55,8 +55,8 @@ private:
     void buildControls();
     void connectControls();
     void markChanged();
-    void storeCombo(QComboBox* box, int& value, int index);
-    void storeComboText(QComboBox* box, int& value, const QString& text);
+    void storeChoice(int& value, int index);
+    void storeTyped(int& value, int index);
 
     zq::model::Document& document_;
     bool loading_ = false;
@@ -113,7 +113,10 @@ private:
     void buildControls();
     void connectControls();
     void markChanged();
+    void storeChoice(int& value, int index);
+    void storeTyped(int& value, int index);
     void applyChannelModeEnabled();
+    void reloadSettings();
     void reloadDialTexts();
     void storeDialText(int box, const QString& text);
 
