@@ -101,12 +101,12 @@ SerialLink::Ending SerialLink::exchange(const QString& command, int timeoutMs,
     if (!port_->isOpen()) return Ending::PortError;
     port_->clearError();
 
-    // Anything left over from an earlier exchange is not part of this reply.
-    port_->readAll();
-    if (!port_->clear(QSerialPort::Input)) return Ending::PortError;
-
     QEventLoop loop;
     Ending ending = Ending::TimedOut;
+    // Anything left over from an earlier exchange is not part of this reply.
+    port_->readAll();
+    if (!port_->clear(QSerialPort::Input)) ending = Ending::PortError;
+
     const QDeadlineTimer deadline(timeoutMs, Qt::PreciseTimer);
     connect(port_, &QSerialPort::readyRead, &loop, [&] {
         if (ending != Ending::TimedOut) return;
@@ -124,7 +124,7 @@ SerialLink::Ending SerialLink::exchange(const QString& command, int timeoutMs,
     });
 
     const QByteArray bytes = command.toLatin1() + '\r';
-    if (port_->write(bytes) != bytes.size()) ending = Ending::PortError;
+    if (ending == Ending::TimedOut && port_->write(bytes) != bytes.size()) ending = Ending::PortError;
     if (ending == Ending::TimedOut) RunUntil(loop, deadline);
 
     if (ending == Ending::PortError) {

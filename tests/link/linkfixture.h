@@ -1,0 +1,40 @@
+#pragma once
+// A virtual radio on a real pseudo-terminal, the serial link opened on its far end, and a document;
+// plus sample radio contents and the stores they decode into.
+#include "link/seriallink.h"
+#include "model/document.h"
+#include "model/stores.h"
+#include "radio/virtualradio.h"
+
+#include <QElapsedTimer>
+#include <QList>
+#include <gtest/gtest.h>
+
+namespace linktest {
+
+// Varied channels (empty, skipped, named, every tone mode), settings, special records and dial texts.
+zq::model::MemoryTable SampleMemory();
+zq::model::SpecialTable SampleSpecial();
+zq::model::SettingsBlock SampleSettingsBlock();
+QStringList SampleDialTexts();
+void FillSampleRadio(zq::radio::VirtualRadio& radio);
+
+// What the radio's channel blocks decode into, on top of `base`.
+zq::model::MemoryTable DecodeRadioChannels(const zq::radio::VirtualRadio& radio, zq::model::MemoryTable base);
+
+bool SameMemoryRow(const zq::model::MemoryTable& a, const zq::model::MemoryTable& b, int row);
+bool SameSpecialRow(const zq::model::SpecialTable& a, const zq::model::SpecialTable& b, int row);
+
+class RadioTest : public ::testing::Test {
+protected:
+    void SetUp() override;
+    bool endSent() const { return radio.commands().contains(QStringLiteral("KV~E")); }
+    // Milliseconds since the test began at which each command reached the radio.
+    QList<qint64> arrivals;
+    QElapsedTimer clock;
+    zq::radio::VirtualRadio radio;
+    zq::link::SerialLink link;
+    zq::model::Document document;
+};
+
+} // namespace linktest
