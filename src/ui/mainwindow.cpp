@@ -42,6 +42,7 @@ constexpr int kWindowHeightTwips = 7905;
 constexpr int kMemoryTab = 3;
 constexpr int kSettings2Tab = 2;
 constexpr int kSettings1Tab = 1;
+constexpr int kDefaultColumnWidthTwips = 960; // what a grid column is wide unless told
 
 // The modify dialog behind the grids' double-click.
 class DialogEditor : public ChannelEditor {
@@ -66,8 +67,17 @@ QTableView* makeGrid(const char* name, QWidget* parent) {
     grid->setSelectionMode(QAbstractItemView::SingleSelection);
     grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
     grid->setWordWrap(false);
+    // The column widths are the radio program's, made for a small grid font.
+    QFont font = grid->font();
+    font.setPointSizeF(8);
+    grid->setFont(font);
+    grid->horizontalHeader()->setFont(font);
+    grid->verticalHeader()->setFont(font);
+    grid->setTextElideMode(Qt::ElideNone);
+    grid->verticalHeader()->setDefaultSectionSize(QFontMetrics(font).height() + 4);
+    grid->horizontalHeader()->setDefaultSectionSize(kDefaultColumnWidthTwips / files::kTwipsPerPixel);
+    grid->horizontalHeader()->setMinimumSectionSize(8);
     grid->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    grid->verticalHeader()->setDefaultSectionSize(grid->fontMetrics().height() + 4);
     grid->verticalHeader()->setDefaultAlignment(Qt::AlignCenter);
     grid->horizontalHeader()->setHighlightSections(false);
     grid->verticalHeader()->setHighlightSections(false);

@@ -1,0 +1,241 @@
+// File menu commands through the replaced dialogs and boxes, and the exit sequence.
+#include "model/tables.h"
+#include "windowfixture.h"
+
+#include <QAction>
+#include <QSettings>
+
+namespace zq::ui {
+namespace {
+
+using model::Outcome;
+
+const FileRequest kOpenClone{FileRequest::Kind::Open, CloneFileFilter()};
+const FileRequest kSaveClone{FileRequest::Kind::Save, CloneFileFilter()};
+const FileRequest kOpenCsv{FileRequest::Kind::Open, CsvFileFilter()};
+const FileRequest kSaveCsv{FileRequest::Kind::Save, CsvFileFilter()};
+
+class FileCommands : public test::WindowFixture {
+protected:
+    void SetUp() override {
+        WindowFixture::SetUp();
+        ASSERT_TRUE(load().ok());
+    }
+    // One channel edited so that saves and loads can be told apart.
+    void editChannel(int row, const QString& name) {
+        doc().memory.set(row, model::ColName, name, 0);
+        doc().memory.setChannelInUse(row, true);
+        doc().RefreshMemoryGrid();
+        doc().setDataChanged(true);
+    }
+    void trigger(const char* name) { find<QAction>(name)->trigger(); }
+};
+
+TEST_F(FileCommands, FiltersAreTheProgramsOwn) {
+    EXPECT_EQ(CloneFileFilter(), QStringLiteral("Korvex ZQ-318 Clone Files (*.318);;All Files (*.*)"));
+    EXPECT_EQ(CsvFileFilter(), QStringLiteral("CSV Files (*.csv);;All Files (*.*)"));
+}
+
+TEST_F(FileCommands, SaveAsksOnceThenWritesToTheSamePath) {
+    editChannel(0, QStringLiteral("FIRST"));
+    trigger("mnuFileSave"); // cancelled dialog: nothing happens
+    EXPECT_EQ(dialogs.asked, QList<FileRequest>{kSaveClone});
+    EXPECT_TRUE(doc().DataChanged());
+
+    const QString file = path("saved.318");
+    dialogs.answers = {file};
+    trigger("mnuFileSave");
+    const QByteArray written = test::ReadFile(file);
+    EXPECT_EQ(written.count("\r\n"), 419);
+    EXPECT_EQ(written.size(), 419 * 34);
+    EXPECT_FALSE(doc().DataChanged());
+    EXPECT_EQ(window->windowTitle(), QStringLiteral("saved.318 - Korvex ZQ-318 Clone Utility"));
+
+    editChannel(1, QStringLiteral("SECOND"));
+    trigger("mnuFileSave"); // no dialog this time
+    EXPECT_EQ(dialogs.asked.size(), 2);
+    EXPECT_NE(test::ReadFile(file), written);
+    EXPECT_TRUE(boxes.shown.isEmpty());
+
+    dialogs.answers = {path("other.318")};
+    trigger("mnuFileSaveAs");
+    EXPECT_EQ(dialogs.asked.size(), 3);
+    EXPECT_EQ(dialogs.asked.last(), kSaveClone);
+    EXPECT_EQ(test::ReadFile(path("other.318")), test::ReadFile(file));
+    EXPECT_EQ(window->windowTitle(), QStringLiteral("other.318 - Korvex ZQ-318 Clone Utility"));
+}
+
+TEST_F(FileCommands, SaveFailureShowsFileOpenError) {
+    dialogs.answers = {path("no-such-folder/x.318")};
+    editChannel(0, QStringLiteral("X"));
+    trigger("mnuFileSaveAs");
+    ASSERT_EQ(boxes.shown.size(), 1);
+    EXPECT_EQ(boxes.shown[0], ErrorBox(QStringLiteral("File Open Error")));
+    EXPECT_TRUE(doc().DataChanged());
+}
+
+TEST_F(FileCommands, OpenLoadsAValidFileAndRejectsOthers) {
+    QByteArray demo = test::ReadFile(test::ExamplePath("demo.318"));
+    QByteArray otherVariant = demo;
+    otherVariant.replace(0, 32, model::HeaderLine(1, true).toLatin1());
+    test::WriteFile(path("e.318"), otherVariant);
+    QByteArray badEnd = demo;
+    badEnd.replace(badEnd.size() - 34, 32, QByteArray(32, 'Z'));
+    test::WriteFile(path("bad.318"), badEnd);
+
+    dialogs.answers = {path("e.318")};
+    trigger("mnuFileOpen");
+    EXPECT_EQ(dialogs.asked, QList<FileRequest>{kOpenClone});
+    EXPECT_TRUE(boxes.shown.isEmpty());
+    EXPECT_EQ(window->windowTitle(), QStringLiteral("e.318 - Korvex ZQ-318 Clone Utility"));
+    EXPECT_EQ(doc().ModelVariant(), 0); // Open keeps the variant whatever the header says
+    EXPECT_FALSE(doc().CloneCodeA());
+    const model::MemoryTable loaded = doc().memory;
+
+    const struct {
+        QString file;
+        const char* message;
+    } failures[] = {{path("bad.318"), "Data Error"}, {path("missing.318"), "File Open Error"}};
+    for (const auto& failure : failures) {
+        boxes.shown.clear();
+        dialogs.answers = {failure.file};
+        trigger("mnuFileOpen");
+        ASSERT_EQ(boxes.shown.size(), 1);
+        EXPECT_EQ(boxes.shown[0], ErrorBox(QString::fromUtf8(failure.message)));
+        EXPECT_EQ(doc().memory, loaded);
+        EXPECT_EQ(doc().CurrentFilePath(), path("e.318"));
+    }
+}
+
+struct PromptCase {
+    const char* name;
+    MessageAnswer answer;
+    bool commandRuns;
+    bool saves;
+};
+
+class UnsavedPrompt : public FileCommands, public ::testing::WithParamInterface<PromptCase> {};
+
+TEST_P(UnsavedPrompt, NewAsksFirst) {
+    const PromptCase& c = GetParam();
+    editChannel(3, QStringLiteral("KEEP"));
+    boxes.answers = {c.answer};
+    dialogs.answers = {path("prompted.318")};
+    trigger("mnuFileNew");
+    ASSERT_EQ(boxes.shown.size(), 1);
+    EXPECT_EQ(boxes.shown[0],
+              (MessageRequest{QStringLiteral("Save changes to settings?"), QStringLiteral("Save Changes"),
+                              MessageButtons::YesNoCancel, MessageIcon::Question, MessageAnswer::Yes}));
+    EXPECT_EQ(QFile::exists(path("prompted.318")), c.saves);
+    EXPECT_EQ(doc().memory.ChannelInUse(3), !c.commandRuns);
+    EXPECT_EQ(doc().DataChanged(), !c.commandRuns);
+    EXPECT_EQ(memoryCell(4, 14), c.commandRuns ? QString() : QStringLiteral("KEEP"));
+    EXPECT_EQ(window->windowTitle(), model::AppTitle());
+}
+
+TEST_P(UnsavedPrompt, ExitAsksThenWritesThePortFile) {
+    const PromptCase& c = GetParam();
+    window->show();
+    window->setPortNumber(7);
+    editChannel(3, QStringLiteral("KEEP"));
+    boxes.answers = {c.answer};
+    dialogs.answers = {path("prompted.318")};
+    QSettings geometry(QCoreApplication::organizationName(), model::AppTitle());
+    geometry.remove(QStringLiteral("Settings"));
+    geometry.sync();
+
+    const bool closed = window->close();
+    EXPECT_EQ(closed, c.commandRuns);
+    EXPECT_EQ(window->isVisible(), !c.commandRuns);
+    EXPECT_EQ(QFile::exists(path("prompted.318")), c.saves);
+    EXPECT_EQ(test::ReadFile(portFile()), c.commandRuns ? QByteArray("7\r\n") : QByteArray());
+    geometry.sync();
+    EXPECT_EQ(geometry.contains(QStringLiteral("Settings/MainWidth")), c.commandRuns);
+    if (!c.commandRuns) {
+        EXPECT_TRUE(doc().memory.ChannelInUse(3)); // data intact
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Answers, UnsavedPrompt,
+                         ::testing::Values(PromptCase{"Yes", MessageAnswer::Yes, true, true},
+                                           PromptCase{"No", MessageAnswer::No, true, false},
+                                           PromptCase{"Cancel", MessageAnswer::Cancel, false, false}),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(FileCommands, ExitWithoutChangesDoesNotAsk) {
+    window->show();
+    EXPECT_TRUE(window->close());
+    EXPECT_TRUE(boxes.shown.isEmpty());
+    EXPECT_EQ(test::ReadFile(portFile()), QByteArray("1\r\n"));
+}
+
+TEST_F(FileCommands, UnwritablePortFileEndsTheProgramAtExit) {
+    window->show();
+    QDir(temp.path()).mkdir(QStringLiteral("ZQ-318.ini")); // a folder where the file should go
+    EXPECT_TRUE(window->close());
+    ASSERT_EQ(boxes.shown.size(), 1);
+    EXPECT_EQ(boxes.shown[0].icon, MessageIcon::Critical);
+    EXPECT_EQ(fatalSpy->count(), 1);
+}
+
+TEST_F(FileCommands, ExportThenImportRoundTrip) {
+    editChannel(7, QStringLiteral("SEVEN"));
+    doc().memory.set(7, model::ColFrequency, QStringLiteral("145.5000"), 145.5);
+    doc().RefreshMemoryGrid();
+    const QString csv = path("channels.csv");
+    dialogs.answers = {csv};
+    trigger("mnuExport");
+    EXPECT_EQ(dialogs.asked, QList<FileRequest>{kSaveCsv});
+    EXPECT_TRUE(test::ReadFile(csv).contains("\"SEVEN\""));
+    EXPECT_EQ(window->windowTitle(), QStringLiteral("channels.csv - Korvex ZQ-318 Clone Utility"));
+    EXPECT_EQ(doc().CurrentFilePath(), QStringLiteral("channels.csv"));
+    EXPECT_FALSE(doc().DataChanged());
+
+    trigger("mnuFileNew");
+    EXPECT_EQ(memoryCell(8, 14), QString());
+    window->setCurrentMemoryRow(50);
+    doc().setDataChanged(true);
+    dialogs.answers = {csv};
+    trigger("mnuImport");
+    EXPECT_EQ(dialogs.asked.last(), kOpenCsv);
+    EXPECT_TRUE(boxes.shown.isEmpty()); // no prompt before an import
+    EXPECT_EQ(memoryCell(8, 14), QStringLiteral("SEVEN"));
+    EXPECT_EQ(memoryCell(8, 1), QStringLiteral("145.5000"));
+    EXPECT_EQ(window->currentMemoryRow(), 1);
+    EXPECT_EQ(window->windowTitle(), model::AppTitle());
+    EXPECT_TRUE(doc().CurrentFilePath().isEmpty());
+    EXPECT_FALSE(doc().DataChanged());
+    EXPECT_EQ(specialCell(3, 3), QString()); // the RPT row's texts are emptied
+    EXPECT_EQ(fatalSpy->count(), 0);
+}
+
+TEST_F(FileCommands, ExportFailureAndCancel) {
+    trigger("mnuExport"); // cancelled
+    EXPECT_TRUE(boxes.shown.isEmpty());
+    dialogs.answers = {path("no-such-folder/x.csv")};
+    trigger("mnuExport");
+    ASSERT_EQ(boxes.shown.size(), 1);
+    EXPECT_EQ(boxes.shown[0], ErrorBox(QStringLiteral("File Open Error")));
+    EXPECT_EQ(fatalSpy->count(), 0);
+}
+
+TEST_F(FileCommands, ImportCancelledOrUnreadableEndsTheProgram) {
+    const QStringList answers = {QString(), path("missing.csv")};
+    int fatals = 0;
+    for (const QString& answer : answers) {
+        boxes.shown.clear();
+        dialogs.answers = {answer};
+        trigger("mnuImport");
+        ASSERT_EQ(boxes.shown.size(), 1);
+        EXPECT_EQ(boxes.shown[0].icon, MessageIcon::Critical);
+        EXPECT_EQ(fatalSpy->count(), ++fatals);
+    }
+    EXPECT_TRUE(window->fatalErrorShown());
+    window->show();
+    EXPECT_TRUE(window->close()); // no prompt, no port file after the run-time error
+    EXPECT_EQ(boxes.shown.size(), 1);
+    EXPECT_FALSE(QFile::exists(portFile()));
+}
+
+} // namespace
+} // namespace zq::ui

@@ -1,0 +1,88 @@
+#pragma once
+// A main window with scripted boxes and dialogs, a port file in a temporary folder and no pause.
+#include "ui/filedialogs.h"
+#include "ui/mainwindow.h"
+#include "ui/messageboxes.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSignalSpy>
+#include <QTableView>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace zq::ui::test {
+
+class RecordingEditor : public ChannelEditor {
+public:
+    void openMemoryChannel(int editIndex) override { opened.append({true, editIndex}); }
+    void openSpecialRow(int editIndex) override { opened.append({false, editIndex}); }
+    struct Opening {
+        bool memory;
+        int index;
+        bool operator==(const Opening&) const = default;
+    };
+    QList<Opening> opened;
+};
+
+inline QString ExamplePath(const char* name) {
+    return QDir(QStringLiteral(ZQ_EXAMPLES_DIR)).filePath(QLatin1String(name));
+}
+
+inline void WriteFile(const QString& path, const QByteArray& bytes) {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+}
+
+inline QByteArray ReadFile(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) return {};
+    return file.readAll();
+}
+
+class WindowFixture : public ::testing::Test {
+protected:
+    explicit WindowFixture(Language language = Language::English) : strings(language) {}
+
+    void SetUp() override {
+        ASSERT_TRUE(temp.isValid());
+        window = std::make_unique<MainWindow>(boxes, dialogs, strings);
+        window->setChannelEditor(&editor);
+        fatalSpy = std::make_unique<QSignalSpy>(window.get(), &MainWindow::fatalError);
+    }
+    void TearDown() override {
+        // Leave without prompting or writing files of the tests' own.
+        window->document().setDataChanged(false);
+    }
+
+    model::Result load(const QString& file = QString()) {
+        return window->load(LoadOptions{file, portFile(), 0});
+    }
+    QString portFile() const { return temp.filePath(QStringLiteral("ZQ-318.ini")); }
+    QString path(const char* name) const { return temp.filePath(QLatin1String(name)); }
+    model::Document& doc() { return window->document(); }
+    template <typename T> T* find(const char* name) {
+        T* found = window->findChild<T*>(QLatin1String(name));
+        EXPECT_NE(found, nullptr) << name;
+        return found;
+    }
+    QString memoryCell(int gridRow, int gridColumn) {
+        const QAbstractItemModel* model = window->memoryGrid()->model();
+        return model->index(gridRow - 1, gridColumn - 1).data().toString();
+    }
+    QString specialCell(int gridRow, int gridColumn) {
+        const QAbstractItemModel* model = window->specialGrid()->model();
+        return model->index(gridRow - 1, gridColumn - 1).data().toString();
+    }
+
+    QTemporaryDir temp;
+    StringTable strings;
+    ScriptedMessageBoxes boxes;
+    ScriptedFileDialogs dialogs;
+    RecordingEditor editor;
+    std::unique_ptr<MainWindow> window;
+    std::unique_ptr<QSignalSpy> fatalSpy;
+};
+
+} // namespace zq::ui::test
