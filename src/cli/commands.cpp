@@ -4,6 +4,11 @@ namespace zq::cli {
 
 const std::vector<Command>& Commands() {
     static const std::vector<Command> commands{
+        {"detect", "", "Ask the radio for its model and clone code (Auto Select).", detectCommand},
+        {"read", "-o FILE.318 [--settings | --memory] [--base FILE.318]",
+         "Auto Select, read the radio and save it as a clone file.", readCommand},
+        {"write", "FILE.318 [--settings | --memory]", "Write a clone file to the radio.", writeCommand},
+        {"dump", "[-o FILE]", "Dump blocks 0000..0FF0 as the service panel does.", dumpCommand},
         {"export", "FILE.318 -o FILE.csv",
          "Write the channels of a clone file as CSV, as the window exports them.", exportCommand},
         {"import", "FILE.csv -o FILE.318 [--base FILE.318]",

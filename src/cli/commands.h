@@ -24,5 +24,9 @@ int importCommand(const QStringList& arguments, CliContext& context);
 int checkCommand(const QStringList& arguments, CliContext& context);
 int showCommand(const QStringList& arguments, CliContext& context);
 int diffCommand(const QStringList& arguments, CliContext& context);
+int detectCommand(const QStringList& arguments, CliContext& context);
+int readCommand(const QStringList& arguments, CliContext& context);
+int writeCommand(const QStringList& arguments, CliContext& context);
+int dumpCommand(const QStringList& arguments, CliContext& context);
 
 } // namespace zq::cli

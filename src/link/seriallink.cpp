@@ -45,23 +45,23 @@ SerialLink::SerialLink(QObject* parent) : QObject(parent), port_(new QSerialPort
 SerialLink::~SerialLink() = default;
 
 void SerialLink::setPortName(const QString& device) {
+    device_ = device;
     port_->setPortName(device);
 }
 
 QString SerialLink::portName() const {
-    return port_->portName();
+    return device_;
 }
 
 Result SerialLink::open() {
     if (port_->isOpen()) return Result::done();
     port_->clearError();
-    if (port_->portName().isEmpty())
+    if (device_.isEmpty())
         return Result::fail(Outcome::ComPortError, QStringLiteral("no serial port chosen"));
     if (!port_->open(QIODevice::ReadWrite)) {
         const QString why = port_->errorString();
         port_->clearError();
-        return Result::fail(Outcome::ComPortError,
-                            QStringLiteral("cannot open %1: %2").arg(port_->portName(), why));
+        return Result::fail(Outcome::ComPortError, QStringLiteral("cannot open %1: %2").arg(device_, why));
     }
     const bool lineSet = port_->setBaudRate(QSerialPort::Baud9600) &&
                          port_->setDataBits(QSerialPort::Data8) && port_->setParity(QSerialPort::NoParity) &&
@@ -71,14 +71,13 @@ Result SerialLink::open() {
         const QString why = port_->errorString();
         port_->close();
         port_->clearError();
-        return Result::fail(Outcome::ComPortError,
-                            QStringLiteral("cannot set up %1: %2").arg(port_->portName(), why));
+        return Result::fail(Outcome::ComPortError, QStringLiteral("cannot set up %1: %2").arg(device_, why));
     }
     // The cable draws its power from DTR and RTS; a pseudo-terminal has neither line, which is fine.
     port_->setDataTerminalReady(true);
     port_->setRequestToSend(true);
     port_->clearError();
-    qCDebug(lcLink) << "opened" << port_->portName();
+    qCDebug(lcLink) << "opened" << device_;
     return Result::done();
 }
 
@@ -88,7 +87,7 @@ bool SerialLink::isOpen() const {
 
 void SerialLink::close() {
     if (port_->isOpen()) {
-        qCDebug(lcLink) << "closed" << port_->portName();
+        qCDebug(lcLink) << "closed" << device_;
         port_->close();
     }
     port_->clearError();
@@ -128,7 +127,7 @@ SerialLink::Ending SerialLink::exchange(const QString& command, int timeoutMs,
     if (ending == Ending::TimedOut) RunUntil(loop, deadline);
 
     if (ending == Ending::PortError) {
-        qCWarning(lcLink) << "port error on" << port_->portName() << ":" << port_->errorString();
+        qCWarning(lcLink) << "port error on" << device_ << ":" << port_->errorString();
         // A port that failed (a pulled cable) is opened afresh by the next transfer.
         port_->close();
         port_->clearError();

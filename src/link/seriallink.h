@@ -59,6 +59,7 @@ private:
                     const std::function<void(const QString&)>& arrived, QString& reply);
 
     QSerialPort* port_;
+    QString device_; // as given: QSerialPort keeps only the name under /dev
 };
 
 } // namespace zq::link

@@ -1,0 +1,26 @@
+#include "commands.h"
+#include "linksession.h"
+
+#include <cstdio>
+
+namespace zq::cli {
+
+int dumpCommand(const QStringList& arguments, CliContext& context) {
+    QCommandLineParser parser;
+    const QCommandLineOption output = OutputOption();
+    parser.addOption(output);
+    if (const auto status = ParseVerbArguments(parser, arguments, *context.command, 0)) return *status;
+
+    link::SerialLink serial;
+    if (const model::Result opened = OpenLink(context, serial); !opened.ok()) return Report(opened);
+    QString dump;
+    if (const model::Result dumped = link::DumpBlocks(serial, dump); !dumped.ok()) return Report(dumped);
+    // Each line ends as the radio's reply did (CR LF).
+    const QByteArray bytes = dump.toLatin1();
+    if (parser.isSet(output)) return Report(WriteOutput(parser.value(output), bytes));
+    std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);
+    std::fflush(stdout);
+    return ExitOk;
+}
+
+} // namespace zq::cli
