@@ -12,7 +12,7 @@
 #include <windows.h>
 #endif
 
-Q_LOGGING_CATEGORY(lcStartup, "zq318.ui.startup")
+Q_LOGGING_CATEGORY(lcStartup, "zq318.ui.startup", QtInfoMsg)
 
 namespace {
 

@@ -186,7 +186,7 @@ void MainWindow::buildToolBar() {
     } buttons[] = {
         {"新規作成", 1017, QStyle::SP_FileIcon},           {"開く", 1018, QStyle::SP_DialogOpenButton},
         {"上書き保存", 1019, QStyle::SP_DialogSaveButton}, {"印刷", 1020, QStyle::SP_FileDialogDetailedView},
-        {"ﾍﾙﾌﾟ", 1021, QStyle::SP_DialogHelpButton},
+        {"ﾍﾙﾌﾟ", 1021, QStyle::SP_MessageBoxQuestion},
     };
     int index = 1;
     for (const auto& button : buttons) {
