@@ -4,6 +4,7 @@
 #include "windowfixture.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QElapsedTimer>
 #include <QTabWidget>
 #include <QTimer>
@@ -185,6 +186,9 @@ TEST(ProgramStart, SplashStaysTwoSecondsThenTheWindowShows) {
     EXPECT_TRUE(splashSeen);
     EXPECT_TRUE(windowHiddenMeanwhile);
     EXPECT_TRUE(program.window().isVisible());
+    auto* modify = program.window().findChild<QDialog*>(QStringLiteral("dlgModify"));
+    ASSERT_NE(modify, nullptr); // loaded, hidden, ready for the grids
+    EXPECT_FALSE(modify->isVisible());
     for (QWidget* top : QApplication::topLevelWidgets())
         if (top->objectName() == QLatin1String("frmSplash")) {
             EXPECT_FALSE(top->isVisible());

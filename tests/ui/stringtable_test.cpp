@@ -209,3 +209,25 @@ TEST_F(EnglishWindow, ViewTogglesShowAndHideToolbarAndStatusBar) {
 
 } // namespace
 } // namespace zq::ui
+
+namespace zq::ui {
+namespace {
+
+// Run by ctest a second time with LANG=ja_JP.UTF-8 (ui.JapaneseUserLocale): the user's language
+// picks the table, and the main window's menus follow it.
+TEST(UserLocale, LanguageFollowsTheEnvironment) {
+    const QByteArray expected = qgetenv("ZQ_EXPECT_LANGUAGE");
+    if (expected.isEmpty()) GTEST_SKIP() << "run through ctest with ZQ_EXPECT_LANGUAGE";
+    const StringTable strings = StringTable::ForUser();
+    EXPECT_EQ(strings.language(), expected == "ja" ? Language::Japanese : Language::English);
+    ScriptedMessageBoxes boxes;
+    ScriptedFileDialogs dialogs;
+    QTemporaryDir temp;
+    MainWindow window(boxes, dialogs, strings);
+    ASSERT_TRUE(window.load(LoadOptions{{}, temp.filePath(QStringLiteral("p.ini")), 0}).ok());
+    EXPECT_EQ(window.findChild<QAction*>(QStringLiteral("mnuFile"))->text(),
+              QString::fromUtf8(expected == "ja" ? "ファイル(&F)" : "File(&F)"));
+}
+
+} // namespace
+} // namespace zq::ui
