@@ -127,7 +127,7 @@ SerialLink::Ending SerialLink::exchange(const QString& command, int timeoutMs,
     if (ending == Ending::TimedOut) RunUntil(loop, deadline);
 
     if (ending == Ending::PortError) {
-        qCWarning(lcLink) << "port error on" << device_ << ":" << port_->errorString();
+        qCDebug(lcLink) << "port error on" << device_ << ":" << port_->errorString();
         // A port that failed (a pulled cable) is opened afresh by the next transfer.
         port_->close();
         port_->clearError();

@@ -6,14 +6,14 @@
 #include <unistd.h>
 
 ScriptedPeer::ScriptedPeer() {
-    const int master = posix_openpt(O_RDWR | O_NOCTTY);
+    const int master = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
     char name[128] = {};
     if (master < 0 || grantpt(master) != 0 || unlockpt(master) != 0 ||
         ptsname_r(master, name, sizeof name) != 0) {
         if (master >= 0) ::close(master);
         return;
     }
-    holder_ = ::open(name, O_RDWR | O_NOCTTY);
+    holder_ = ::open(name, O_RDWR | O_NOCTTY | O_CLOEXEC);
     termios settings{};
     if (holder_ >= 0 && tcgetattr(holder_, &settings) == 0) {
         cfmakeraw(&settings);

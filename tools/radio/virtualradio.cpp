@@ -53,7 +53,7 @@ VirtualRadio::~VirtualRadio() {
 
 Result VirtualRadio::open() {
     if (isOpen()) return Result::done();
-    const int master = posix_openpt(O_RDWR | O_NOCTTY);
+    const int master = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
     if (master < 0)
         return Result::fail(Outcome::ComPortError, QStringLiteral("no pseudo-terminal available"));
     char name[128] = {};
@@ -61,7 +61,7 @@ Result VirtualRadio::open() {
         ::close(master);
         return Result::fail(Outcome::ComPortError, QStringLiteral("cannot set up the pseudo-terminal"));
     }
-    const int holder = ::open(name, O_RDWR | O_NOCTTY);
+    const int holder = ::open(name, O_RDWR | O_NOCTTY | O_CLOEXEC);
     if (holder < 0) {
         ::close(master);
         return Result::fail(Outcome::ComPortError,

@@ -1,0 +1,153 @@
+// zq318's radio verbs end to end: the tool runs as a process against radios answering in this one.
+#include "linkfixture.h"
+#include "model/tables.h"
+#include "radio/radiofault.h"
+
+#include <QEventLoop>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <ostream>
+
+using namespace zq::radio;
+using namespace linktest;
+
+namespace {
+
+struct ToolRun {
+    int status = -1;
+    QByteArray out;
+    QString firstErrorLine;
+};
+
+// Lets the radios answer while the tool runs.
+ToolRun RunTool(const QStringList& arguments) {
+    QProcess process;
+    QEventLoop loop;
+    QObject::connect(&process, &QProcess::finished, &loop, &QEventLoop::quit);
+    QObject::connect(&process, &QProcess::errorOccurred, &loop, &QEventLoop::quit);
+    QTimer::singleShot(60000, &loop, &QEventLoop::quit);
+    process.start(QStringLiteral(ZQ318_PATH), arguments);
+    loop.exec();
+    ToolRun run;
+    if (process.state() != QProcess::NotRunning) {
+        process.kill();
+        process.waitForFinished();
+        return run;
+    }
+    run.status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    run.out = process.readAllStandardOutput();
+    run.firstErrorLine = QString::fromUtf8(process.readAllStandardError()).section(QLatin1Char('\n'), 0, 0);
+    return run;
+}
+
+// The blocks both a read and a write carry: settings, VFO and CALL, dial memories, channels.
+QList<int> CarriedBlocks() {
+    QList<int> blocks{0x00E0, 0x00F0, 0x0100, 0x0110, 0x0120, 0x0130};
+    for (int a = 0x1F00; a <= 0x1F80; a += 0x10)
+        blocks << a;
+    for (int a = 0x0200; a <= 0x1AF0; a += 0x10)
+        blocks << a;
+    return blocks;
+}
+
+TEST(CliTest, ReadThenWriteCopiesOneRadioToAnother) {
+    VirtualRadio source, target;
+    ASSERT_TRUE(source.open().ok());
+    ASSERT_TRUE(target.open().ok());
+    FillSampleRadio(source);
+    source.setModelCode(kModelCodeE);
+    source.setCloneCodeA(true);
+    QTemporaryDir dir;
+    const QString file = dir.filePath(QStringLiteral("copy.318"));
+
+    const ToolRun readRun = RunTool({"--port", source.devicePath(), "--quiet", "read", "-o", file});
+    ASSERT_EQ(readRun.status, 0) << readRun.firstErrorLine.toStdString();
+    QFile saved(file);
+    ASSERT_TRUE(saved.open(QIODevice::ReadOnly));
+    const QList<QByteArray> lines = saved.readAll().split('\n');
+    ASSERT_EQ(lines.size(), 420); // 419 lines, each ending CR LF
+    EXPECT_EQ(lines.first(), zq::model::HeaderLine(zq::model::VariantE, true).toLatin1() + '\r');
+
+    const ToolRun writeRun = RunTool({"--port", target.devicePath(), "--quiet", "write", file});
+    ASSERT_EQ(writeRun.status, 0) << writeRun.firstErrorLine.toStdString();
+    for (int address : CarriedBlocks())
+        EXPECT_EQ(target.blockHex(address), source.blockHex(address)) << address;
+    // Two sessions each: the read's detection, settings and memory; the write's settings and memory.
+    EXPECT_EQ(source.commands().count(QStringLiteral("KV~E")), 3);
+    EXPECT_EQ(target.commands().count(QStringLiteral("ZQ318")), 2);
+}
+
+struct FailureCase {
+    const char* name;
+    QStringList arguments; // after --port
+    const char* fault;
+    int status;
+    const char* message;
+};
+
+void PrintTo(const FailureCase& c, std::ostream* os) {
+    *os << c.name;
+}
+
+class CliFailureTest : public ::testing::TestWithParam<FailureCase> {};
+
+TEST_P(CliFailureTest, ReportsAndLeavesOutputAlone) {
+    const FailureCase& c = GetParam();
+    VirtualRadio radio;
+    ASSERT_TRUE(radio.open().ok());
+    if (*c.fault) radio.addFault(*ParseFault(QString::fromLatin1(c.fault)));
+    QTemporaryDir dir;
+    const QString output = dir.filePath(QStringLiteral("out.318"));
+    {
+        QFile existing(output);
+        ASSERT_TRUE(existing.open(QIODevice::WriteOnly));
+        existing.write("previous contents\n");
+    }
+    QStringList arguments = c.arguments;
+    arguments.replaceInStrings(QStringLiteral("OUT"), output);
+    const ToolRun run = RunTool(QStringList{QStringLiteral("--port"), radio.devicePath()} + arguments);
+    EXPECT_EQ(run.status, c.status);
+    EXPECT_TRUE(run.firstErrorLine.startsWith(QString::fromLatin1(c.message)))
+        << run.firstErrorLine.toStdString();
+    QFile kept(output);
+    ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
+    EXPECT_EQ(kept.readAll(), QByteArray("previous contents\n"));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Verbs, CliFailureTest,
+    ::testing::Values(
+        FailureCase{"DetectNg", {"detect"}, "ng@model", 3, "Communication Error: "},
+        FailureCase{
+            "ReadFirstChannelNg", {"--quiet", "read", "-o", "OUT"}, "ng@0200", 3, "Communication Error: "},
+        FailureCase{
+            "ReadSettingsHangup", {"read", "--settings", "-o", "OUT"}, "hangup@00F0", 4, "COM Port Error"},
+        FailureCase{"WriteDataError", {"write", "OUT"}, "", 5, "Data Error"},
+        FailureCase{"ReadBothOptions", {"read", "--settings", "--memory", "-o", "OUT"}, "", 2, "zq318 read"},
+        // The service reads check nothing; the pulled cable shows when the port cannot be opened again.
+        FailureCase{
+            "DumpIntoFileHangup", {"dump", "-o", "OUT"}, "hangup@0100", 6, "Run-time error: cannot open"}),
+    [](const ::testing::TestParamInfo<FailureCase>& info) { return std::string(info.param.name); });
+
+TEST(CliTest, PortThatDoesNotExist) {
+    const ToolRun run = RunTool({"--port", "/dev/zq318-no-such-port", "detect"});
+    EXPECT_EQ(run.status, 4);
+    EXPECT_TRUE(run.firstErrorLine.startsWith(QStringLiteral("COM Port Error")))
+        << run.firstErrorLine.toStdString();
+}
+
+TEST(CliTest, DumpPrintsTheFirstFourKilobytes) {
+    VirtualRadio radio;
+    ASSERT_TRUE(radio.open().ok());
+    FillSampleRadio(radio);
+    const ToolRun run = RunTool({"--port", radio.devicePath(), "dump"});
+    ASSERT_EQ(run.status, 0) << run.firstErrorLine.toStdString();
+    const QList<QByteArray> lines = run.out.split('\n');
+    ASSERT_EQ(lines.size(), 257);
+    EXPECT_EQ(lines.at(0x10), "10\t" + radio.blockHex(0x100).toLatin1() + '\r');
+    EXPECT_FALSE(radio.commands().contains(QStringLiteral("KV~E")));
+}
+
+} // namespace
