@@ -5,6 +5,7 @@
 #include <QAction>
 #include <QDialog>
 #include <QHeaderView>
+#include <QLabel>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTest>
@@ -240,8 +241,12 @@ TEST_F(GridButtons, ToolbarKeysDispatch) {
     auto* about = window->findChild<QDialog*>(QStringLiteral("frmAbout"));
     ASSERT_NE(about, nullptr);
     EXPECT_TRUE(about->isVisible());
+    EXPECT_TRUE(
+        about->findChild<QLabel*>(QStringLiteral("lblVersion"))->text().contains(QStringLiteral(ZQ_VERSION)));
+    QTest::mouseClick(about->findChild<QPushButton*>(QStringLiteral("cmdSysInfo")), Qt::LeftButton);
+    ASSERT_EQ(boxes.shown.size(), 2); // no system-information tool here: the box says so
+    EXPECT_EQ(boxes.shown[1].icon, MessageIcon::Information);
     about->close();
-    EXPECT_EQ(boxes.shown.size(), 1);
 }
 
 } // namespace
