@@ -11,6 +11,7 @@
 #include "model/tables.h"
 #include "modifydialog.h"
 #include "settingspages.h"
+#include "transfercontroller.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -19,6 +20,9 @@
 #include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QShortcut>
 #include <QMenuBar>
 #include <QProgressBar>
 #include <QPushButton>
@@ -240,8 +244,10 @@ QWidget* MainWindow::buildMemoryPage() {
         side->addWidget(b);
         return b;
     };
-    addTransferButton(button("cmbRxData", "Read Memory"), TransferCommand::ReadMemory);
-    addTransferButton(button("cmbTxData", "Write Memory"), TransferCommand::WriteMemory);
+    cmbRxData_ = button("cmbRxData", "Read Memory");
+    cmbTxData_ = button("cmbTxData", "Write Memory");
+    addTransferButton(cmbRxData_, TransferCommand::ReadMemory);
+    addTransferButton(cmbTxData_, TransferCommand::WriteMemory);
     side->addSpacing(16);
     connect(button("cmbInsert", "Insert"), &QPushButton::clicked, this, &MainWindow::cmbInsert_Click);
     connect(button("cmbDelete", "Delete"), &QPushButton::clicked, this, &MainWindow::cmbDelete_Click);
@@ -306,17 +312,85 @@ void MainWindow::buildPages() {
             frameLayout->addWidget(contents[i]);
             TabStrip1_->addTab(Frame1_[i], QLatin1String(captions[i]));
         } else {
-            // The fourth frame has no tab: it is never brought to the front.
+            // The fourth frame, the service panel, has no tab of its own; Ctrl+Shift+S shows it.
+            buildServicePanel(Frame1_[i]);
             Frame1_[i]->setParent(central);
             Frame1_[i]->hide();
         }
     }
     connect(TabStrip1_, &QTabWidget::currentChanged, this, &MainWindow::TabStrip1_Click);
+    auto* service = new QShortcut(QKeySequence(QStringLiteral("Ctrl+Shift+S")), this);
+    connect(service, &QShortcut::activated, this,
+            [this] { showServicePanel(TabStrip1_->indexOf(Frame1_[3]) < 0); });
 
     applyColumnWidths(MSFlexGrid1_, true);
     applyColumnWidths(MSFlexGrid2_, false);
     setCurrentMemoryRow(1);
     setCurrentSpecialRow(1);
+}
+
+void MainWindow::buildServicePanel(QWidget* frame) {
+    auto* layout = new QVBoxLayout(frame);
+    auto* row = new QHBoxLayout;
+    auto* label = new QLabel(QStringLiteral("KV~F"), frame);
+    Text1_ = new QLineEdit(QStringLiteral("0000"), frame);
+    Text1_->setObjectName(QStringLiteral("Text1"));
+    Text1_->setMaximumWidth(80);
+    const auto button = [frame, row](const char* name, const char* caption) {
+        auto* b = new QPushButton(QLatin1String(caption), frame);
+        b->setObjectName(QLatin1String(name));
+        b->setAutoDefault(false);
+        row->addWidget(b);
+        return b;
+    };
+    row->addWidget(label);
+    row->addWidget(Text1_);
+    Command1_ = button("Command1", "Read");
+    Command2_ = button("Command2", "Clear");
+    Command6_ = button("Command6", "Dump");
+    row->addStretch(1);
+    Text2_ = new QPlainTextEdit(frame);
+    Text2_->setObjectName(QStringLiteral("Text2"));
+    Text2_->setReadOnly(true);
+    QFont mono = Text2_->font();
+    mono.setFamily(QStringLiteral("monospace"));
+    mono.setStyleHint(QFont::Monospace);
+    Text2_->setFont(mono);
+    layout->addLayout(row);
+    layout->addWidget(Text2_, 1);
+}
+
+void MainWindow::showServicePanel(bool show) {
+    const int index = TabStrip1_->indexOf(Frame1_[3]);
+    if (show && index < 0) {
+        TabStrip1_->addTab(Frame1_[3], QStringLiteral("Service"));
+        Frame1_[3]->setEnabled(true);
+        TabStrip1_->setCurrentWidget(Frame1_[3]);
+    } else if (!show && index >= 0) {
+        TabStrip1_->removeTab(index);
+        Frame1_[3]->setParent(centralWidget());
+        Frame1_[3]->hide();
+    }
+}
+
+TransferControls MainWindow::transferControls() {
+    TransferControls controls;
+    controls.readMemory = cmbRxData_;
+    controls.writeMemory = cmbTxData_;
+    controls.readSettings1 = page1_->readSettingsButton();
+    controls.writeSettings1 = page1_->writeSettingsButton();
+    controls.readSettings2 = page2_->readSettingsButton();
+    controls.writeSettings2 = page2_->writeSettingsButton();
+    controls.autoSelect = page1_->autoSelectButton();
+    controls.progress = ProgressBar1_;
+    controls.serviceAddress = Text1_;
+    controls.serviceOutput = Text2_;
+    controls.serviceRead = Command1_;
+    controls.serviceClear = Command2_;
+    controls.serviceDump = Command6_;
+    controls.currentTab = [this] { return TabStrip1_->currentIndex() + 1; };
+    controls.selectTab = [this](int tab) { TabStrip1_->setCurrentIndex(tab - 1); };
+    return controls;
 }
 
 void MainWindow::applyColumnWidths(QTableView* grid, bool memoryGrid) {
@@ -496,8 +570,8 @@ void MainWindow::TabStrip1_Click() {
     const int tab = TabStrip1_->currentIndex() + 1;
     if (tab < 1) return;
     // The frames lie on top of each other: only the front one is enabled.
-    for (int j = 0; j <= 2; ++j)
-        Frame1_[j]->setEnabled(j == tab - 1);
+    for (int j = 0; j <= 3; ++j)
+        Frame1_[j]->setEnabled(TabStrip1_->indexOf(Frame1_[j]) == tab - 1);
     mnuEditUndo_->setEnabled(tab != kSettings2Tab);
 }
 
@@ -613,6 +687,11 @@ void MainWindow::tbToolBar_ButtonClick(const QString& key) {
 void MainWindow::closeEvent(QCloseEvent* event) {
     if (fatal_) {
         event->accept();
+        return;
+    }
+    if (transferBusy_ && transferBusy_()) {
+        // The radio is mid-session: closing now would pull the link from under the transfer.
+        event->ignore();
         return;
     }
     if (!promptUnsavedChanges()) {

@@ -9,10 +9,13 @@
 
 #include <QMainWindow>
 #include <array>
+#include <functional>
 #include <memory>
 
 class QAction;
 class QLabel;
+class QLineEdit;
+class QPlainTextEdit;
 class QProgressBar;
 class QPushButton;
 class QTabWidget;
@@ -27,6 +30,7 @@ class ModifyDialog;
 class SettingsPage1;
 class SettingsPage2;
 class SpecialGridModel;
+struct TransferControls;
 
 // The transfer buttons and menus; the window only reports the click.
 enum class TransferCommand {
@@ -87,6 +91,12 @@ public:
     SettingsPage1* settingsPage1() const { return page1_; }
     SettingsPage2* settingsPage2() const { return page2_; }
     bool fatalErrorShown() const { return fatal_; }
+    // The widgets the transfers enable, disable and fill.
+    TransferControls transferControls();
+    // While this says so, a transfer runs and the window does not close.
+    void setTransferBusy(std::function<bool()> busy) { transferBusy_ = std::move(busy); }
+    // The service panel (the fourth frame) as a page of its own, or hidden again.
+    void showServicePanel(bool show);
 
     // Shows the fatal error box and reports the end of the program.
     void reportFatal(const model::Result& result);
@@ -125,6 +135,7 @@ private:
     void buildStatusBar();
     void buildPages();
     QWidget* buildMemoryPage();
+    void buildServicePanel(QWidget* frame);
     void applyColumnWidths(QTableView* grid, bool memoryGrid);
     QAction* addMenuEntry(QMenu* menu, const char* name, int id);
     void addTransferButton(QPushButton* button, TransferCommand command);
@@ -156,6 +167,14 @@ private:
     QToolBar* tbToolBar_ = nullptr;
     QStatusBar* sbStatusBar_ = nullptr;
     QProgressBar* ProgressBar1_ = nullptr;
+    QPushButton* cmbRxData_ = nullptr;
+    QPushButton* cmbTxData_ = nullptr;
+    QLineEdit* Text1_ = nullptr;
+    QPlainTextEdit* Text2_ = nullptr;
+    QPushButton* Command1_ = nullptr;
+    QPushButton* Command2_ = nullptr;
+    QPushButton* Command6_ = nullptr;
+    std::function<bool()> transferBusy_;
     QAction* mnuEditUndo_ = nullptr;
     QAction* mnuViewToolbar_ = nullptr;
     QAction* mnuStatusBar_ = nullptr;

@@ -1,7 +1,9 @@
 #include "program.h"
 
 #include "model/tables.h"
+#include "link/seriallink.h"
 #include "splashscreen.h"
+#include "transfercontroller.h"
 
 #include <QCommandLineParser>
 #include <QDir>
@@ -65,7 +67,12 @@ ProgramOptions ParseProgramArguments(const QStringList& arguments, const QString
 }
 
 Program::Program(MessageBoxes& boxes, FileDialogs& dialogs, const StringTable& strings)
-    : window_(std::make_unique<MainWindow>(boxes, dialogs, strings)) {}
+    : window_(std::make_unique<MainWindow>(boxes, dialogs, strings)),
+      link_(std::make_unique<link::SerialLink>()),
+      transfers_(std::make_unique<TransferController>(window_->document(), *link_, boxes,
+                                                      window_->transferControls(), window_.get())) {
+    ConnectTransfers(*window_, *transfers_);
+}
 
 Program::~Program() = default;
 
@@ -83,6 +90,8 @@ model::Result Program::start(const ProgramOptions& options, const LoadOptions& l
     const model::Result loaded = window_->load(loadOptions);
     splash.close();
     if (loaded.outcome == model::Outcome::Fatal) return loaded;
+    transfers_->setPortNumber(window_->portNumber());
+    transfers_->setDeviceOverride(options.portDevice);
 
     window_->loadModifyDialog();
     window_->show();

@@ -7,9 +7,14 @@
 #include <QStringList>
 #include <memory>
 
+namespace zq::link {
+class SerialLink;
+}
+
 namespace zq::ui {
 
 class SplashScreen;
+class TransferController;
 
 // The rule for a raw Windows command line: longer than 5 characters, the first and last
 // character (the quotes around a path) are dropped, whatever they are; shorter ones are kept.
@@ -37,11 +42,14 @@ public:
     model::Result start(const ProgramOptions& options, const LoadOptions& load);
 
     MainWindow& window() { return *window_; }
+    TransferController& transfers() { return *transfers_; }
     bool splashWasShown() const { return splashShown_; }
     qint64 msToShownWindow() const { return msToShown_; }
 
 private:
     std::unique_ptr<MainWindow> window_;
+    std::unique_ptr<link::SerialLink> link_;
+    std::unique_ptr<TransferController> transfers_;
     bool splashShown_ = false;
     qint64 msToShown_ = -1;
 };

@@ -110,8 +110,13 @@ void SettingsPage2::buildControls() {
     right->addWidget(label18);
     right->addWidget(label1);
     right->addStretch(1);
-    right->addWidget(cmbRxData2_);
-    right->addWidget(cmbTxData2_);
+    auto* buttons = new QVBoxLayout;
+    buttons->addWidget(cmbRxData2_);
+    buttons->addWidget(cmbTxData2_);
+    auto* buttonRow = new QHBoxLayout;
+    buttonRow->addStretch(1);
+    buttonRow->addLayout(buttons);
+    right->addLayout(buttonRow);
 
     auto* page = new QHBoxLayout(this);
     page->addLayout(left);

@@ -1,0 +1,27 @@
+#pragma once
+// "COM Port Setup": fourteen port choices and an OK button; there is no cancel.
+#include <QDialog>
+#include <QStringList>
+#include <array>
+
+class QRadioButton;
+class QLabel;
+
+namespace zq::ui {
+
+class PortDialog : public QDialog {
+    Q_OBJECT
+public:
+    explicit PortDialog(QWidget* parent = nullptr);
+
+    // Ticks the option of port `number` (1..14) and shows beside each caption the device it stands for.
+    void setPortNumber(int number, const QStringList& listedDevices);
+    // The first ticked option, in index order, plus one.
+    int portNumber() const;
+
+private:
+    std::array<QRadioButton*, 14> options_{};
+    std::array<QLabel*, 14> devices_{};
+};
+
+} // namespace zq::ui

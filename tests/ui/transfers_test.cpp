@@ -1,0 +1,147 @@
+// The window's transfer buttons, menus and port dialog against a virtual radio on a pseudo-terminal.
+#include "radio/virtualradio.h"
+#include "link/seriallink.h"
+#include "model/tables.h"
+#include "ui/settingspages.h"
+#include "ui/transfercontroller.h"
+#include "windowfixture.h"
+
+#include <QAbstractButton>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QTabWidget>
+
+namespace zq::ui::test {
+namespace {
+
+class WindowTransfers : public WindowFixture {
+protected:
+    void SetUp() override {
+        WindowFixture::SetUp();
+        ASSERT_TRUE(load().ok());
+        ASSERT_TRUE(radio.open().ok());
+        controller = std::make_unique<TransferController>(doc(), link, boxes, window->transferControls(),
+                                                          window.get());
+        ConnectTransfers(*window, *controller);
+        controller->setDeviceOverride(radio.devicePath());
+    }
+    void TearDown() override {
+        window->setTransferBusy({});
+        controller.reset();
+        WindowFixture::TearDown();
+    }
+    QStringList transferButtons() const {
+        return {QStringLiteral("cmbRxData"),  QStringLiteral("cmbTxData"),  QStringLiteral("cmbRxData1"),
+                QStringLiteral("cmbTxData1"), QStringLiteral("cmbRxData2"), QStringLiteral("cmbTxData2"),
+                QStringLiteral("cmdAuto")};
+    }
+    void expectIdle() {
+        for (const QString& name : transferButtons()) {
+            auto* button = window->findChild<QAbstractButton*>(name);
+            ASSERT_NE(button, nullptr) << name.toStdString();
+            // a button on a tab that is not in front is disabled with its frame, not by itself
+            EXPECT_FALSE(button->testAttribute(Qt::WA_ForceDisabled)) << name.toStdString();
+        }
+        EXPECT_FALSE(window->progressBar()->isVisible());
+        EXPECT_EQ(window->progressBar()->value(), 0);
+    }
+    // Brings the button's tab to the front (the other tabs' frames are disabled) and clicks it.
+    void click(const char* name) {
+        auto* button = find<QAbstractButton>(name);
+        auto* tabs = find<QTabWidget>("TabStrip1");
+        for (int i = 0; i < tabs->count(); ++i)
+            if (tabs->widget(i)->isAncestorOf(button)) tabs->setCurrentIndex(i);
+        button->click();
+    }
+    bool explicitlyDisabled(const char* name) {
+        return find<QAbstractButton>(name)->testAttribute(Qt::WA_ForceDisabled);
+    }
+
+    radio::VirtualRadio radio;
+    link::SerialLink link;
+    std::unique_ptr<TransferController> controller;
+};
+
+TEST_F(WindowTransfers, AutoSelectPicksTheRadiosVariantAndCloneCode) {
+    radio.setModelCode(radio::kModelCodeE);
+    radio.setCloneCodeA(true);
+    click("cmdAuto");
+    EXPECT_TRUE(boxes.shown.isEmpty());
+    EXPECT_EQ(doc().ModelVariant(), model::VariantE);
+    EXPECT_TRUE(doc().CloneCodeA());
+    EXPECT_TRUE(find<QAbstractButton>("opbModel_1")->isChecked());
+    expectIdle();
+}
+
+TEST_F(WindowTransfers, ReadSettingsFillsThePagesAndTheDialBoxes) {
+    ASSERT_TRUE(radio.setBlockHex(0x00E0, QStringLiteral("A50000010C0C030000000000000000")
+                                              + QStringLiteral("00")));
+    ASSERT_TRUE(radio.setBlockHex(0x1F30, QStringLiteral("3132333F000000000000000000000000")));
+    click("cmbRxData2"); // the second button only calls the first one's handler
+    EXPECT_TRUE(boxes.shown.isEmpty());
+    EXPECT_EQ(doc().settings.volume, 12);
+    EXPECT_EQ(doc().dialTexts[3], QStringLiteral("123#"));
+    EXPECT_EQ(find<QLineEdit>("txtDial_3")->text(), QStringLiteral("123#"));
+    EXPECT_EQ(radio.commands().last(), QStringLiteral("KV~E"));
+    expectIdle();
+}
+
+TEST_F(WindowTransfers, MenuReadSettingsFromTheMemoryPageShowsTheFirstPage) {
+    auto* tabs = find<QTabWidget>("TabStrip1");
+    tabs->setCurrentIndex(2);
+    Q_EMIT window->transferRequested(TransferCommand::MenuReadSettings);
+    EXPECT_EQ(tabs->currentIndex(), 0);
+    EXPECT_TRUE(boxes.shown.isEmpty());
+}
+
+TEST_F(WindowTransfers, PortThatCannotBeOpenedShowsComPortError) {
+    controller->setDeviceOverride(temp.filePath(QStringLiteral("no-such-device")));
+    for (const char* button : {"cmbRxData", "cmbRxData1", "cmdAuto", "cmbTxData1"}) {
+        boxes.shown.clear();
+        click(button);
+        ASSERT_EQ(boxes.shown.size(), 1) << button;
+        EXPECT_EQ(boxes.shown.first(), ErrorBox(QStringLiteral("COM Port Error"))) << button;
+        expectIdle();
+    }
+    // Write Memory has no handler of its own: its two buttons stay disabled.
+    boxes.shown.clear();
+    click("cmbTxData");
+    ASSERT_EQ(boxes.shown.size(), 1);
+    EXPECT_TRUE(explicitlyDisabled("cmbRxData"));
+    EXPECT_TRUE(explicitlyDisabled("cmbTxData"));
+}
+
+TEST_F(WindowTransfers, SilentRadioGivesCommunicationError) {
+    radio.addFault(radio::ParseFault(QStringLiteral("timeout@model")).value());
+    click("cmbTxData1");
+    ASSERT_EQ(boxes.shown.size(), 1);
+    EXPECT_EQ(boxes.shown.first(), ErrorBox(QStringLiteral("Communication Error")));
+    expectIdle();
+}
+
+TEST_F(WindowTransfers, WindowStaysOpenWhileATransferRuns) {
+    window->show();
+    bool closedDuring = false;
+    QObject::connect(&radio, &radio::VirtualRadio::commandReceived, window.get(), [&](const QString& command) {
+        if (command == QStringLiteral("KV~F0100R")) closedDuring = window->close();
+    });
+    click("cmbRxData1");
+    EXPECT_FALSE(closedDuring);
+    EXPECT_TRUE(window->isVisible());
+    expectIdle();
+}
+
+TEST_F(WindowTransfers, PortSetupStoresTheChosenNumber) {
+    controller->setPortChooser([](int current) {
+        EXPECT_EQ(current, 1);
+        return 14;
+    });
+    ASSERT_TRUE(link.open().ok());
+    Q_EMIT window->transferRequested(TransferCommand::PortSetup);
+    EXPECT_FALSE(link.isOpen()); // closed so that the next transfer opens the new port
+    EXPECT_EQ(controller->portNumber(), 14);
+    EXPECT_EQ(window->portNumber(), 14);
+}
+
+} // namespace
+} // namespace zq::ui::test
