@@ -47,7 +47,6 @@ TransferController::TransferController(model::Document& document, link::SerialLi
         controls_.progress->setValue(0);
         controls_.progress->hide();
     }
-    applyDevice();
 }
 
 void TransferController::handle(TransferCommand command) {
@@ -69,15 +68,15 @@ void TransferController::handle(TransferCommand command) {
 
 void TransferController::setPortNumber(int number) {
     portNumber_ = (number >= 1 && number <= 14) ? number : 1;
-    applyDevice();
 }
 
 void TransferController::setDeviceOverride(const QString& device) {
     deviceOverride_ = device;
-    applyDevice();
 }
 
+// Listing the system's ports takes a while, so the device is looked up when a session starts.
 void TransferController::applyDevice() {
+    if (link_.isOpen()) return;
     const QString device = deviceOverride_.isEmpty() ? link::DeviceForPortNumber(portNumber_)
                                                      : link::DeviceForPortArgument(deviceOverride_);
     link_.setPortName(device);
@@ -111,6 +110,7 @@ void TransferController::finish(const Result& result) {
 void TransferController::readMemory() {
     if (busy_) return; // menus stay enabled during a transfer; one session at a time
     const BusyGuard guard(busy_);
+    applyDevice();
     beginBusy();
     setEnabled({controls_.readMemory, controls_.writeMemory}, false);
     if (controls_.progress) {
@@ -126,6 +126,7 @@ void TransferController::readMemory() {
 void TransferController::writeMemory() {
     if (busy_) return; // menus stay enabled during a transfer; one session at a time
     const BusyGuard guard(busy_);
+    applyDevice();
     setEnabled({controls_.readMemory, controls_.writeMemory}, false);
     beginBusy();
     if (controls_.progress) {
@@ -149,6 +150,7 @@ void TransferController::writeMemory() {
 void TransferController::readSettings() {
     if (busy_) return; // menus stay enabled during a transfer; one session at a time
     const BusyGuard guard(busy_);
+    applyDevice();
     beginBusy();
     setEnabled({controls_.readSettings1, controls_.writeSettings1, controls_.writeSettings2, controls_.readSettings2},
                false);
@@ -158,6 +160,7 @@ void TransferController::readSettings() {
 void TransferController::writeSettings() {
     if (busy_) return; // menus stay enabled during a transfer; one session at a time
     const BusyGuard guard(busy_);
+    applyDevice();
     beginBusy();
     setEnabled({controls_.writeSettings1, controls_.readSettings1, controls_.writeSettings2, controls_.readSettings2},
                false);
@@ -167,6 +170,7 @@ void TransferController::writeSettings() {
 void TransferController::autoSelect() {
     if (busy_) return; // menus stay enabled during a transfer; one session at a time
     const BusyGuard guard(busy_);
+    applyDevice();
     setEnabled({controls_.autoSelect}, false);
     beginBusy();
     finish(link::AutoSelect(link_, document_));
@@ -220,13 +224,13 @@ void TransferController::portSetup() {
     portNumber_ = (chosen >= 1 && chosen <= 14) ? chosen : 1;
     // choosing a port by hand replaces a device given on the command line
     deviceOverride_.clear();
-    applyDevice();
     Q_EMIT portNumberChanged(portNumber_);
 }
 
 void TransferController::serviceRead() {
     if (busy_) return; // menus stay enabled during a transfer; one session at a time
     const BusyGuard guard(busy_);
+    applyDevice();
     if (!controls_.serviceAddress || !controls_.serviceOutput) return;
     setEnabled({controls_.serviceRead}, false);
     controls_.serviceOutput->clear();
@@ -246,6 +250,7 @@ void TransferController::serviceClear() {
 void TransferController::serviceDump() {
     if (busy_) return; // menus stay enabled during a transfer; one session at a time
     const BusyGuard guard(busy_);
+    applyDevice();
     if (!controls_.serviceOutput) return;
     setEnabled({controls_.serviceDump}, false);
     QString dump;

@@ -136,6 +136,7 @@ TEST_F(WindowTransfers, PortSetupStoresTheChosenNumber) {
         EXPECT_EQ(current, 1);
         return 14;
     });
+    link.setPortName(radio.devicePath());
     ASSERT_TRUE(link.open().ok());
     Q_EMIT window->transferRequested(TransferCommand::PortSetup);
     EXPECT_FALSE(link.isOpen()); // closed so that the next transfer opens the new port
