@@ -104,6 +104,13 @@ model::Result OpenAsAtStartup(model::Document& document, const QString& path) {
     return files::LoadCloneFile(document, path);
 }
 
+model::Result StartFromBase(model::Document& document, const QCommandLineParser& parser,
+                            const QCommandLineOption& base) {
+    if (parser.isSet(base)) return OpenAsAtStartup(document, parser.value(base));
+    LoadStartupData(document);
+    return model::Result::done();
+}
+
 model::Result WriteOutput(const QString& path, const QByteArray& bytes) {
     if (const QString why = files::WriteFileAtomically(path, bytes); !why.isEmpty())
         return model::Result::fail(Outcome::FileOpenError, QStringLiteral("%1: %2").arg(path, why));

@@ -53,6 +53,9 @@ QCommandLineOption BaseOption();
 void LoadStartupData(model::Document& document);
 // The start-up open of a clone file: its header selects variant and clone code.
 model::Result OpenAsAtStartup(model::Document& document, const QString& path);
+// The starting point of a verb with --base: that clone file when given, else the start-up data.
+model::Result StartFromBase(model::Document& document, const QCommandLineParser& parser,
+                            const QCommandLineOption& base);
 // Replaces the output file as a whole; call it only once the command has otherwise succeeded.
 // "File Open Error" when it cannot be written, the previous file then left as it was.
 model::Result WriteOutput(const QString& path, const QByteArray& bytes);

@@ -14,12 +14,8 @@ int importCommand(const QStringList& arguments, CliContext& context) {
     if (!parser.isSet(output)) return UsageError(QStringLiteral("-o FILE.318 is required"), *context.command);
 
     model::Document document;
-    if (parser.isSet(base)) {
-        if (const model::Result opened = OpenAsAtStartup(document, parser.value(base)); !opened.ok())
-            return Report(opened);
-    } else {
-        LoadStartupData(document);
-    }
+    if (const model::Result started = StartFromBase(document, parser, base); !started.ok())
+        return Report(started);
     if (const model::Result imported = files::ImportCsv(document, parser.positionalArguments().first());
         !imported.ok())
         return Report(imported);

@@ -16,12 +16,8 @@ int readCommand(const QStringList& arguments, CliContext& context) {
         return UsageError(QStringLiteral("--settings and --memory exclude each other"), *context.command);
 
     model::Document document;
-    if (parser.isSet(base)) {
-        if (const model::Result opened = OpenAsAtStartup(document, parser.value(base)); !opened.ok())
-            return Report(opened);
-    } else {
-        LoadStartupData(document);
-    }
+    if (const model::Result started = StartFromBase(document, parser, base); !started.ok())
+        return Report(started);
 
     link::SerialLink serial;
     if (const model::Result opened = OpenLink(context, serial); !opened.ok()) return Report(opened);
