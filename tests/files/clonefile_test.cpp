@@ -1,5 +1,4 @@
 #include "files/clonefile.h"
-#include "model/channelcodec.h"
 #include "model/tables.h"
 #include "sampledata.h"
 
@@ -15,36 +14,18 @@
 
 using namespace zq;
 using model::Outcome;
+using testdata::ReadFile;
+using testdata::WriteFile;
 
 namespace {
 
-QByteArray readAll(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-bool writeAll(const QString& path, const QByteArray& bytes) {
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
-}
+constexpr int L = 34; // a line with its CR LF
+constexpr Outcome Open = Outcome::FileOpenError, Data = Outcome::DataError;
 
 QByteArray demoBytes() {
     model::Document document;
     testdata::FillDemoData(document);
     return files::SerializeCloneFile(document);
-}
-
-QList<QByteArray> splitLines(const QByteArray& bytes) {
-    QList<QByteArray> lines = bytes.split('\n');
-    if (!lines.isEmpty() && lines.last().isEmpty()) lines.removeLast();
-    return lines;
-}
-
-QByteArray joinLines(const QList<QByteArray>& lines) {
-    QByteArray out;
-    for (const QByteArray& line : lines)
-        out += line + '\n';
-    return out;
 }
 
 // Everything a load may change, to show that a failed one changed nothing.
@@ -71,25 +52,32 @@ protected:
     QTemporaryDir dir;
 };
 
-TEST_F(CloneFileTest, SaveWritesFourHundredNineteenLinesOfThirtyTwo) {
+// The demonstration file under examples/ is this data set saved; ZQ_WRITE_DEMO=1 writes it again.
+TEST_F(CloneFileTest, SaveWritesTheDemonstrationFile) {
+    const QString example = QStringLiteral(ZQ_EXAMPLES_DIR "/demo.318");
     model::Document document;
     testdata::FillDemoData(document);
+    if (qEnvironmentVariableIntValue("ZQ_WRITE_DEMO") == 1) {
+        ASSERT_TRUE(files::SaveCloneFile(document, example).ok());
+    }
     document.setDataChanged(true);
     ASSERT_TRUE(files::SaveCloneFile(document, path("demo.318")).ok());
-    const QByteArray bytes = readAll(path("demo.318"));
-    EXPECT_EQ(bytes.size(), 419 * 34);
-    const QList<QByteArray> lines = bytes.split('\n');
-    ASSERT_EQ(lines.size(), 420); // the last line end leaves an empty tail
-    for (int i = 0; i < 419; ++i) {
-        EXPECT_EQ(lines[i].size(), 33) << "line " << i;
-        EXPECT_TRUE(lines[i].endsWith('\r')) << "line " << i;
-    }
-    EXPECT_EQ(lines[0], "Korvex ZQ-318T Clone 0 FileStart\r");
-    EXPECT_EQ(lines[9], "5551234ZZZZZZZZZZZZZZZZZZZZZZZZZ\r");
-    EXPECT_EQ(lines[418], "Korvex  ZQ-318  Clone  File  End\r");
+    const QByteArray bytes = ReadFile(path("demo.318"));
+    EXPECT_EQ(bytes, ReadFile(example));
+    ASSERT_EQ(bytes.size(), 419 * L);
+    for (int i = 0; i < 419; ++i)
+        EXPECT_EQ(bytes.mid(i * L + 32, 2), "\r\n") << "line " << i;
+    EXPECT_EQ(bytes.left(L), "Korvex ZQ-318T Clone 0 FileStart\r\n");
+    EXPECT_EQ(bytes.mid(9 * L, L), "5551234ZZZZZZZZZZZZZZZZZZZZZZZZZ\r\n");
+    EXPECT_EQ(bytes.mid(418 * L), "Korvex  ZQ-318  Clone  File  End\r\n");
     EXPECT_EQ(document.CurrentFilePath(), path("demo.318"));
     EXPECT_FALSE(document.DataChanged());
     EXPECT_EQ(document.windowCaption(), QStringLiteral("demo.318 - Korvex ZQ-318 Clone Utility"));
+
+    model::Document opened;
+    ASSERT_TRUE(files::LoadCloneFile(opened, example).ok());
+    EXPECT_EQ(opened.memory.text(2, model::ColName), QStringLiteral("W1AW"));
+    EXPECT_EQ(opened.settings, document.settings);
 }
 
 TEST_F(CloneFileTest, SaveAndOpenGiveIdenticalData) {
@@ -106,24 +94,18 @@ TEST_F(CloneFileTest, SaveAndOpenGiveIdenticalData) {
     EXPECT_EQ(second.dialTexts, first.dialTexts);
     EXPECT_EQ(second.settings, first.settings);
     EXPECT_EQ(second.settingsBlock, first.settingsBlock);
-    for (int channel = 0; channel < model::kChannelCount; ++channel) {
-        EXPECT_TRUE(second.memory.ChannelInUse(channel));
-        for (int column = 0; column < model::kMemoryColumns; ++column)
-            EXPECT_EQ(second.memory.cell(channel, column), first.memory.cell(channel, column))
-                << "channel " << channel << " column " << column;
-    }
+    EXPECT_TRUE(second.memory == first.memory);
     EXPECT_EQ(second.special.text(model::kVfoRow, model::ColFrequency), QStringLiteral("146.5200"));
 
     ASSERT_TRUE(files::SaveCloneFile(second, path("b.318")).ok());
-    EXPECT_EQ(readAll(path("b.318")), readAll(path("a.318")));
+    EXPECT_EQ(ReadFile(path("b.318")), ReadFile(path("a.318")));
 }
 
 TEST_F(CloneFileTest, DialTextsLoseTrailingZAndLongOnesAreRejected) {
-    QList<QByteArray> lines = splitLines(demoBytes());
-    lines[9] = "12ZZ" + QByteArray(28, 'Z') + '\r';
-    lines[10] = "ZZZZ" + QByteArray(28, 'Z') + '\r';
+    const QByteArray bytes =
+        demoBytes().replace(9 * L, 32, "12" + QByteArray(30, 'Z')).replace(10 * L, 32, QByteArray(32, 'Z'));
     model::Document document;
-    ASSERT_TRUE(files::ApplyCloneImage(document, files::ParseCloneFile(joinLines(lines)).image).ok());
+    ASSERT_TRUE(files::ApplyCloneImage(document, files::ParseCloneFile(bytes).image).ok());
     EXPECT_EQ(document.dialTexts[0], QStringLiteral("12"));
     EXPECT_EQ(document.dialTexts[1], QString());
 
@@ -135,104 +117,56 @@ TEST_F(CloneFileTest, DialTextsLoseTrailingZAndLongOnesAreRejected) {
     EXPECT_EQ(read.result.line, 11);
 }
 
+using Mutation = std::function<QByteArray(QByteArray)>; // of the demonstration file's bytes
+Mutation cut(int size) {
+    return [size](QByteArray b) { return b.left(size); };
+}
+Mutation splice(int at, int removed, const QByteArray& inserted) {
+    return [=](QByteArray b) { return b.replace(at, removed, inserted); };
+}
+
 struct BadFileCase {
     const char* name;
-    std::function<QByteArray(QByteArray)> make; // from the demonstration file's bytes
+    Mutation make;
     Outcome outcome;
-    int line; // 0-based line at fault, -1 when none is named
+    int line; // 0-based line at fault
 };
 
-void PrintTo(const BadFileCase& c, std::ostream* os) {
-    *os << c.name;
-}
+const BadFileCase kBadFiles[] = {
+    {"Empty", cut(0), Open, 0},
+    {"Binary",
+     splice(0, 419 * L,
+            QByteArray("\x7f"
+                       "ELF\x02\x01\x01\0\0\0\0\0\0\0\0\0\x03\0>\0\x01\0\0\0",
+                       24)
+                .repeated(50)),
+     Data, 0},
+    {"HeaderOnly", cut(L), Open, 1},
+    {"TruncatedAtLine100", cut(100 * L), Open, 100},
+    {"FourHundredEighteenLines", cut(418 * L), Open, 418},
+    {"LineMissingBeforeEnd", splice(200 * L, L, ""), Open, 418},
+    {"ExtraLineBeforeEnd", [](QByteArray b) { return b.insert(418 * L, b.mid(417 * L, L)); }, Data, 418},
+    {"CutInsideALine", cut(50 * L + 10), Data, 50},
+    {"LfOnly", [](QByteArray b) { return b.replace("\r\n", "\n"); }, Data, 0},
+    {"NulInHeader", splice(6, 1, QByteArray(1, '\0')), Data, 0},
+    {"NulAddedToALine", splice(20 * L + 5, 0, QByteArray(1, '\0')), Data, 20},
+    {"CommaInALine", splice(30 * L + 16, 1, ","), Data, 30},
+    {"EmptyLine", splice(40 * L, 0, "\r\n"), Data, 40},
+    {"HeaderWithOneBlankTooMany", splice(0, 32, "Korvex  ZQ-318T Clone 0 FileStart"), Data, 0},
+    {"UnknownVariant", splice(0, 32, "Korvex ZQ-318X Clone 0 FileStart"), Data, 0},
+    {"HeaderInOtherCase", splice(0, 32, "KORVEX ZQ-318T CLONE 0 FILESTART"), Data, 0},
+    {"EndLineWithSingleBlanks", splice(418 * L, 32, "Korvex ZQ-318 Clone File End"), Data, 418},
+    {"EndLineOfRightLengthButWrong", splice(418 * L, 32, "Korvex  ZQ-318  Clone  File  EnD"), Data, 418},
+    {"ToneIndexBeyondTable", splice(28 * L + 24, 2, "27"), Open, 28}, // channel 5's transmit tone
+    {"HugeLine", [](QByteArray b) { return b.left(3 * L) + QByteArray(4 << 20, 'A'); }, Data, 3},
+};
 
 class BadCloneFile : public ::testing::TestWithParam<BadFileCase> {};
 
-QByteArray replaceLine(QByteArray bytes, int index, const QByteArray& line) {
-    QList<QByteArray> lines = splitLines(bytes);
-    lines[index] = line + '\r';
-    return joinLines(lines);
-}
-
-QByteArray firstLines(const QByteArray& bytes, int count) {
-    return bytes.left(count * 34);
-}
-
-QByteArray channelWithToneIndex(QByteArray bytes, const QByteArray& toneByte) {
-    QList<QByteArray> lines = splitLines(bytes);
-    lines[18 + 2 * 5].replace(24, 2, toneByte); // channel 5's transmit tone
-    return joinLines(lines);
-}
-
-const BadFileCase kBadFiles[] = {
-    {"Empty", [](QByteArray) { return QByteArray(); }, Outcome::FileOpenError, 0},
-    {"Binary",
-     [](QByteArray) {
-         return QByteArray("\x7f"
-                           "ELF\x02\x01\x01\0\0\0\0\0\0\0\0\0\x03\0>\0\x01\0\0\0",
-                           24)
-             .repeated(50);
-     },
-     Outcome::DataError, 0},
-    {"HeaderOnly", [](QByteArray b) { return firstLines(b, 1); }, Outcome::FileOpenError, 1},
-    {"TruncatedAtLine100", [](QByteArray b) { return firstLines(b, 100); }, Outcome::FileOpenError, 100},
-    {"FourHundredEighteenLines", [](QByteArray b) { return firstLines(b, 418); }, Outcome::FileOpenError,
-     418},
-    {"LineMissingBeforeEnd",
-     [](QByteArray b) {
-         QList<QByteArray> l = splitLines(b);
-         l.removeAt(200);
-         return joinLines(l);
-     },
-     Outcome::FileOpenError, 418},
-    {"ExtraLineBeforeEnd",
-     [](QByteArray b) {
-         QList<QByteArray> l = splitLines(b);
-         l.insert(418, l[417]);
-         return joinLines(l);
-     },
-     Outcome::DataError, 418},
-    {"CutInsideALine", [](QByteArray b) { return b.left(50 * 34 + 10); }, Outcome::DataError, 50},
-    {"LfOnly", [](QByteArray b) { return b.replace("\r\n", "\n"); }, Outcome::DataError, 0},
-    {"NulInHeader",
-     [](QByteArray b) {
-         b[6] = '\0';
-         return b;
-     },
-     Outcome::DataError, 0},
-    {"NulAddedToALine", [](QByteArray b) { return b.insert(20 * 34 + 5, '\0'); }, Outcome::DataError, 20},
-    {"CommaInALine",
-     [](QByteArray b) {
-         b[30 * 34 + 16] = ',';
-         return b;
-     },
-     Outcome::DataError, 30},
-    {"EmptyLine", [](QByteArray b) { return b.insert(40 * 34, "\r\n"); }, Outcome::DataError, 40},
-    {"HeaderWithOneBlankTooMany",
-     [](QByteArray b) { return replaceLine(b, 0, "Korvex  ZQ-318T Clone 0 FileStart"); }, Outcome::DataError,
-     0},
-    {"UnknownVariant", [](QByteArray b) { return replaceLine(b, 0, "Korvex ZQ-318X Clone 0 FileStart"); },
-     Outcome::DataError, 0},
-    {"HeaderInOtherCase", [](QByteArray b) { return replaceLine(b, 0, "KORVEX ZQ-318T CLONE 0 FILESTART"); },
-     Outcome::DataError, 0},
-    {"EndLineWithSingleBlanks",
-     [](QByteArray b) { return replaceLine(b, 418, "Korvex ZQ-318 Clone File End"); }, Outcome::DataError,
-     418},
-    {"EndLineOfRightLengthButWrong",
-     [](QByteArray b) { return replaceLine(b, 418, "Korvex  ZQ-318  Clone  File  EnD"); }, Outcome::DataError,
-     418},
-    {"ToneIndexBeyondTable", [](QByteArray b) { return channelWithToneIndex(b, "27"); },
-     Outcome::FileOpenError, 28},
-    {"HugeLine", [](QByteArray b) { return b.left(34 * 3) + QByteArray(4 << 20, 'A'); }, Outcome::DataError,
-     3},
-};
-
 TEST_P(BadCloneFile, OpenReportsItAndChangesNothing) {
-    const BadFileCase& c = GetParam();
     QTemporaryDir dir;
     const QString file = dir.filePath(QStringLiteral("bad.318"));
-    ASSERT_TRUE(writeAll(file, c.make(demoBytes())));
-
+    ASSERT_TRUE(WriteFile(file, GetParam().make(demoBytes())));
     model::Document document;
     testdata::FillAllChannels(document);
     document.setCurrentFilePath(QStringLiteral("/somewhere/else.318"));
@@ -240,8 +174,8 @@ TEST_P(BadCloneFile, OpenReportsItAndChangesNothing) {
     const Snapshot before(document);
 
     const model::Result result = files::OpenCloneFile(document, file);
-    EXPECT_EQ(result.outcome, c.outcome) << result.detail.toStdString();
-    EXPECT_EQ(result.line, c.line) << result.detail.toStdString();
+    EXPECT_EQ(result.outcome, GetParam().outcome) << result.detail.toStdString();
+    EXPECT_EQ(result.line, GetParam().line) << result.detail.toStdString();
     EXPECT_FALSE(result.detail.isEmpty());
     EXPECT_TRUE(Snapshot(document) == before);
 }
@@ -252,12 +186,9 @@ INSTANTIATE_TEST_SUITE_P(Cases, BadCloneFile, ::testing::ValuesIn(kBadFiles),
 // Quirks of the line reader that still make a valid file.
 TEST(CloneFileQuirks, AcceptedVariations) {
     const QByteArray good = demoBytes();
-    const QByteArray variations[] = {
-        QByteArray("   ") + good,   // leading blanks of a read are skipped
-        good.left(good.size() - 2), // no line end after the end line
-        good + "anything after the end line\r\n" + QByteArray(1 << 20, 'x'),
-    };
-    for (const QByteArray& bytes : variations) {
+    for (const QByteArray& bytes : {QByteArray("   ") + good,   // leading blanks of a read are skipped
+                                    good.left(good.size() - 2), // no line end after the end line
+                                    good + "anything after the end line\r\n" + QByteArray(1 << 20, 'x')}) {
         const files::CloneReadResult read = files::ParseCloneFile(bytes);
         EXPECT_TRUE(read.result.ok()) << read.result.detail.toStdString();
         EXPECT_EQ(read.image.lines.size(), 419);
@@ -278,45 +209,33 @@ TEST(CloneFileQuirks, GigabyteFileIsRejectedWithoutReadingItAll) {
     EXPECT_LT(timer.elapsed(), 1000);
 }
 
-TEST(CloneFileQuirks, ToneIndexBeyondTableIsADecodeError) {
-    // the precondition of the ToneIndexBeyondTable case above
-    model::MemoryTable memory;
-    const QList<QByteArray> lines = splitLines(channelWithToneIndex(demoBytes(), "27"));
-    const QString record = QString::fromLatin1(lines[28].chopped(1) + lines[29].chopped(1));
-    EXPECT_NE(model::DecodeChannelRecord(memory, record, 5), model::CodecError::None);
-}
-
 TEST_F(CloneFileTest, HeaderSelectsVariantOnlyAtStartUp) {
     model::Document source;
     testdata::FillDemoData(source);
     source.setModelVariant(model::VariantE);
     source.setCloneCodeA(true);
     ASSERT_TRUE(files::SaveCloneFile(source, path("e.318")).ok());
-    ASSERT_TRUE(readAll(path("e.318")).startsWith("Korvex ZQ-318E Clone A FileStart\r\n"));
+    ASSERT_TRUE(ReadFile(path("e.318")).startsWith("Korvex ZQ-318E Clone A FileStart\r\n"));
 
-    model::Document menu;
+    model::Document menu, startup;
     ASSERT_TRUE(files::OpenCloneFile(menu, path("e.318")).ok());
     EXPECT_EQ(menu.ModelVariant(), model::VariantT);
     EXPECT_FALSE(menu.CloneCodeA());
     EXPECT_EQ(menu.memory.text(1, model::ColName), QStringLiteral("SIMPLX"));
-
-    model::Document startup;
     ASSERT_TRUE(files::LoadCloneFile(startup, path("e.318")).ok());
     EXPECT_EQ(startup.ModelVariant(), model::VariantE);
     EXPECT_TRUE(startup.CloneCodeA());
     EXPECT_EQ(startup.memory.text(1, model::ColName), QStringLiteral("SIMPLX"));
     EXPECT_EQ(startup.CurrentFilePath(), path("e.318"));
-}
 
-TEST_F(CloneFileTest, StartUpOpenSwitchesVariantBeforeTheEndLineFails) {
-    QList<QByteArray> lines = splitLines(demoBytes());
-    lines[0] = "Korvex ZQ-318J Clone A FileStart\r";
-    lines[418] = "Korvex ZQ-318 Clone File End----\r";
-    ASSERT_TRUE(writeAll(path("j.318"), joinLines(lines)));
+    // The header is taken before the end line fails.
+    const QByteArray bad = demoBytes()
+                               .replace(0, 32, "Korvex ZQ-318J Clone A FileStart")
+                               .replace(418 * L, 32, "Korvex ZQ-318 Clone File End----");
+    ASSERT_TRUE(WriteFile(path("j.318"), bad));
     model::Document document;
     const model::MemoryTable memory = document.memory;
-    const model::Result result = files::LoadCloneFile(document, path("j.318"));
-    EXPECT_EQ(result.outcome, Outcome::DataError);
+    EXPECT_EQ(files::LoadCloneFile(document, path("j.318")).outcome, Outcome::DataError);
     EXPECT_EQ(document.ModelVariant(), model::VariantJ);
     EXPECT_TRUE(document.CloneCodeA());
     EXPECT_TRUE(document.memory == memory);
@@ -324,41 +243,36 @@ TEST_F(CloneFileTest, StartUpOpenSwitchesVariantBeforeTheEndLineFails) {
 }
 
 TEST_F(CloneFileTest, StartUpOpenOfUnreadableFilesIsFatal) {
-    ASSERT_TRUE(writeAll(path("short.318"), firstLines(demoBytes(), 300)));
-    ASSERT_TRUE(writeAll(path("tone.318"), channelWithToneIndex(demoBytes(), "FF")));
-    for (const QString& name :
-         {QStringLiteral("missing.318"), QStringLiteral("short.318"), QStringLiteral("tone.318")}) {
+    ASSERT_TRUE(WriteFile(path("short.318"), demoBytes().left(300 * L)));
+    ASSERT_TRUE(WriteFile(path("tone.318"), demoBytes().replace(28 * L + 24, 2, "FF")));
+    for (const char* name : {"missing.318", "short.318", "tone.318"}) {
         model::Document document;
         const model::MemoryTable memory = document.memory;
-        const model::Result result = files::LoadCloneFile(document, path(name));
-        EXPECT_EQ(result.outcome, Outcome::Fatal) << name.toStdString();
+        const model::Result result = files::LoadCloneFile(document, path(QLatin1String(name)));
+        EXPECT_EQ(result.outcome, Outcome::Fatal) << name;
         EXPECT_FALSE(result.message().isEmpty());
         EXPECT_TRUE(document.memory == memory);
     }
 }
 
-TEST_F(CloneFileTest, HeaderFollowsVariantAndCloneCode) {
-    const struct {
-        int variant;
-        bool codeA;
-        const char* header;
-    } cases[] = {
+TEST(CloneFileLines, HeaderFollowsVariantAndCloneCode) {
+    const std::tuple<int, bool, const char*> cases[] = {
         {0, false, "Korvex ZQ-318T Clone 0 FileStart"},  {1, true, "Korvex ZQ-318E Clone A FileStart"},
         {2, false, "Korvex ZQ-318J Clone 0 FileStart"},  {3, true, "Korvex ZQ-318A Clone A FileStart"},
         {-1, false, "Korvex ZQ-318A Clone 0 FileStart"}, // no option selected
     };
-    for (const auto& c : cases) {
+    for (const auto& [variant, codeA, header] : cases) {
         model::Document document;
-        document.setModelVariant(c.variant);
-        document.setCloneCodeA(c.codeA);
-        EXPECT_EQ(files::CloneFileLines(document).first(), QLatin1String(c.header));
+        document.setModelVariant(variant);
+        document.setCloneCodeA(codeA);
+        EXPECT_EQ(files::CloneFileLines(document).first(), QLatin1String(header));
     }
 }
 
 TEST_F(CloneFileTest, FailedSaveKeepsThePreviousFile) {
     model::Document document;
     testdata::FillDemoData(document);
-    ASSERT_TRUE(writeAll(path("keep.318"), "previous contents\r\n"));
+    ASSERT_TRUE(WriteFile(path("keep.318"), "previous contents\r\n"));
     document.setDataChanged(true);
 
     // A file system that refuses the data part-way (as a full disk does).
@@ -371,7 +285,7 @@ TEST_F(CloneFileTest, FailedSaveKeepsThePreviousFile) {
     const model::Result full = files::SaveCloneFile(document, path("keep.318"));
     setrlimit(RLIMIT_FSIZE, &saved);
     EXPECT_EQ(full.outcome, Outcome::FileOpenError);
-    EXPECT_EQ(readAll(path("keep.318")), QByteArray("previous contents\r\n"));
+    EXPECT_EQ(ReadFile(path("keep.318")), QByteArray("previous contents\r\n"));
 
     const model::Result missingDir = files::SaveCloneFile(document, path("no/such/dir/x.318"));
     EXPECT_EQ(missingDir.outcome, Outcome::FileOpenError);
@@ -388,11 +302,10 @@ TEST(NewDocument, ClearsChannelsAndKeepsTheTemplateRow) {
     document.setCurrentFilePath(QStringLiteral("x.318"));
     document.setDataChanged(true);
     files::NewDocument(document);
-    for (int channel = 0; channel < model::kChannelCount; ++channel) {
-        EXPECT_FALSE(document.memory.ChannelInUse(channel));
-        for (int column = 0; column < model::kMemoryColumns; ++column)
-            EXPECT_EQ(document.memory.cell(channel, column), model::Cell{});
-    }
+    model::MemoryTable cleared; // rows 0..199 blank and not in use, the template row as it was
+    for (int column = 0; column < model::kMemoryColumns; ++column)
+        cleared.set(model::kTemplateRow, column, document.memory.cell(model::kTemplateRow, column));
+    EXPECT_TRUE(document.memory == cleared);
     EXPECT_EQ(document.memory.text(model::kTemplateRow, model::ColName), QStringLiteral("TMPL"));
     EXPECT_EQ(document.settingsBlock, model::SettingsBlock{});
     EXPECT_EQ(document.dialTexts, (std::array<QString, 9>{}));

@@ -3,6 +3,7 @@
 #include "model/channelcodec.h"
 #include "model/tables.h"
 
+#include <QFile>
 #include <array>
 
 namespace zq::testdata {
@@ -12,20 +13,17 @@ using namespace model;
 void SetChannel(Document& document, int channel, const ChannelSpec& spec) {
     MemoryTable& memory = document.memory;
     memory.setChannelInUse(channel, true);
-    memory.set(channel, ColFrequency, QString(), spec.frequency);
-    memory.set(channel, ColStep, QString(), spec.step);
-    memory.set(channel, ColTone, QString(), spec.toneMode);
-    memory.set(channel, ColTxTone, QString(), spec.txTone);
-    memory.set(channel, ColRxTone, QString(), spec.rxTone);
-    memory.set(channel, ColDcs, QString(), spec.dcs);
-    memory.set(channel, ColShift, QString(), spec.shift);
-    memory.set(channel, ColOffset, QString(), spec.offset);
-    memory.set(channel, ColPower, QString(), spec.power);
-    memory.set(channel, ColBsv, QString(), spec.batterySave);
-    memory.set(channel, ColClock, QString(), spec.clock ? 1 : 0);
-    memory.set(channel, ColBclo, QString(), spec.lockOut ? 1 : 0);
+    const double numbers[] = {spec.frequency,           double(spec.step),
+                              double(spec.toneMode),    double(spec.txTone),
+                              double(spec.rxTone),      double(spec.dcs),
+                              double(spec.shift),       spec.offset,
+                              double(spec.power),       0,
+                              double(spec.batterySave), double(spec.clock),
+                              double(spec.lockOut),     0,
+                              double(spec.skip)};
+    for (int column = 0; column < kMemoryColumns; ++column)
+        if (column != ColBlank) memory.set(channel, column, QString(), numbers[column]);
     memory.set(channel, ColName, QString::fromLatin1(spec.name), 0);
-    memory.set(channel, ColSkip, QString(), spec.skip ? 1 : 0);
     // Round through the codec so that the text cells read as after a load.
     const QString record = EncodeChannelFirstHalf(memory, channel) + EncodeChannelSecondHalf(memory, channel);
     DecodeChannelRecord(memory, record, channel);
@@ -57,52 +55,44 @@ void FillDemoData(Document& document) {
     document.special.set(kCallRow, ColFrequency, QStringLiteral("145.5000"), 145.5);
     document.RefreshSpecialGrid();
 
-    document.dialTexts = {QStringLiteral("5551234"),
-                          QStringLiteral("*73#"),
-                          QStringLiteral("0123456789ABCD"),
-                          QStringLiteral("911"),
-                          QString(),
-                          QString(),
-                          QStringLiteral("#"),
-                          QString(),
-                          QStringLiteral("1D")};
+    const char* const dials[] = {"5551234", "*73#", "0123456789ABCD", "911", "", "", "#", "", "1D"};
+    for (int i = 0; i < 9; ++i)
+        document.dialTexts[i] = QString::fromLatin1(dials[i]);
     document.notifyDialTexts();
 
-    RadioSettings& settings = document.settings;
-    settings.volume = 10;
-    settings.squelch = 3;
-    settings.dtmfWait = 1;
-    settings.timeOutTimer = 6;
-    settings.beep = true;
-    settings.autoPowerOff = true;
-    settings.lamp = 1;
-    settings.scanEnable = true;
-    settings.powerEnable = true;
-    settings.lockEnable = true;
-    settings.monitorEnable = true;
-    settings.nameEnable = true;
+    document.settings = {.volume = 10,
+                         .squelch = 3,
+                         .dtmfWait = 1,
+                         .timeOutTimer = 6,
+                         .autoPowerOff = true,
+                         .beep = true,
+                         .lamp = 1,
+                         .scanEnable = true,
+                         .powerEnable = true,
+                         .lockEnable = true,
+                         .monitorEnable = true,
+                         .nameEnable = true};
     document.buildSettingsBlock();
     document.notifySettings();
 }
 
 void FillAllChannels(Document& document) {
-    for (int channel = 0; channel < kChannelCount; ++channel) {
-        const ChannelSpec spec{144.0 + 0.0125 * channel,
-                               channel % 3 == 0 ? 2 : 0,
-                               std::array{0, 1, 3, 12}[channel % 4],
-                               channel % kToneCount,
-                               (channel * 7) % kToneCount,
-                               channel % kDcsCount,
-                               channel % 3,
-                               0.6 + 0.1 * (channel % 5),
-                               channel % 3,
-                               channel % 3,
-                               channel % 5 == 0,
-                               channel % 7 == 0,
-                               channel % 2 ? "CH" : "RPT-1",
-                               channel % 6 == 0};
-        SetChannel(document, channel, spec);
+    for (int c = 0; c < kChannelCount; ++c) {
+        SetChannel(document, c,
+                   {144.0 + 0.0125 * c, c % 3 == 0 ? 2 : 0, std::array{0, 1, 3, 12}[c % 4], c % kToneCount,
+                    (c * 7) % kToneCount, c % kDcsCount, c % 3, 0.6 + 0.1 * (c % 5), c % 3, c % 3, c % 5 == 0,
+                    c % 7 == 0, c % 2 ? "CH" : "RPT-1", c % 6 == 0});
     }
+}
+
+QByteArray ReadFile(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+bool WriteFile(const QString& path, const QByteArray& bytes) {
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
 }
 
 } // namespace zq::testdata

@@ -1,5 +1,5 @@
 #pragma once
-// A plausible 2 m data set for tests and the demonstration clone file.
+// A plausible 2 m data set for tests and the demonstration clone file, and file helpers for tests.
 #include "model/document.h"
 
 namespace zq::testdata {
@@ -8,15 +8,12 @@ struct ChannelSpec {
     double frequency;
     int step;     // 0 or 2
     int toneMode; // 0 None, 1 Tone, 3 TSQ, 12 DCS
-    int txTone;
-    int rxTone;
-    int dcs;
+    int txTone, rxTone, dcs;
     int shift; // 0 None, 1 -, 2 +
     double offset;
     int power; // 0 Low, 1 Mid, 2 High
     int batterySave;
-    bool clock;
-    bool lockOut;
+    bool clock, lockOut;
     const char* name;
     bool skip;
 };
@@ -27,5 +24,8 @@ void SetChannel(model::Document& document, int channel, const ChannelSpec& spec)
 void FillDemoData(model::Document& document);
 // Every channel 0..199 in use, with varied values (a full file for round trips and timing).
 void FillAllChannels(model::Document& document);
+
+QByteArray ReadFile(const QString& path); // empty when unreadable
+bool WriteFile(const QString& path, const QByteArray& bytes);
 
 } // namespace zq::testdata
