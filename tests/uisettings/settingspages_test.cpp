@@ -1,54 +1,153 @@
-#include "pagefixture.h"
-
+// Both settings pages over one document, shown in one window as the main window shows them, driven
+// through their widgets: what loads show, which edits build which settings bytes and mark the data.
+#include "model/dialcodec.h"
+#include "model/document.h"
 #include "model/settingscodec.h"
+#include "ui/settingspages.h"
 
+#include <QApplication>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QComboBox>
+#include <QHBoxLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSignalSpy>
 #include <QSlider>
-#include <QStyle>
-#include <QStyleOptionSlider>
+#include <QTest>
+
+#include <gtest/gtest.h>
 
 #include <functional>
+#include <ostream>
+
+QT_BEGIN_NAMESPACE
+inline void PrintTo(const QString& text, std::ostream* os) {
+    *os << '"' << text.toStdString() << '"';
+}
+QT_END_NAMESPACE
 
 using zq::model::Document;
 
 namespace {
 
+const char* const kHalfA = "A5 00 01 01 00 0C 03 00 02 01 03 02 05 0A 01 00";
+const char* const kHalfB = "01 01 00 00 AA 00 02 00 01 00 01 01 00 01 00 00";
+
 QString spaced(const char* bytes) {
     return QString::fromLatin1(bytes).remove(QLatin1Char(' '));
 }
 
-// What a control shows, in one comparable text.
-QString shown(QWidget* widget) {
-    if (auto* box = qobject_cast<QCheckBox*>(widget)) return box->isChecked() ? "ticked" : "clear";
-    if (auto* box = qobject_cast<QComboBox*>(widget)) return "[" + box->currentText() + "]";
-    if (auto* slider = qobject_cast<QSlider*>(widget)) return QString::number(slider->value());
-    if (auto* label = qobject_cast<QLabel*>(widget)) return label->text();
-    return QStringLiteral("?");
+// One user edit: c click, C tick channel mode then click, L click after a load set channel mode,
+// s choose entry arg, t type arg into a list, d type arg into a line edit, k press key arg.
+struct Edit {
+    char how;
+    const char *widget, *arg;
+};
+
+class Pages : public ::testing::Test {
+protected:
+    Pages() {
+        auto* row = new QHBoxLayout(&host);
+        page1 = new zq::ui::SettingsPage1(doc, &host);
+        page2 = new zq::ui::SettingsPage2(doc, &host);
+        row->addWidget(page1);
+        row->addWidget(page2);
+        host.show();
+        host.activateWindow();
+        (void)QTest::qWaitForWindowExposed(&host);
+    }
+
+    template <typename T = QWidget> T* find(const QString& name) const {
+        T* widget = host.findChild<T*>(name);
+        EXPECT_NE(widget, nullptr) << name.toStdString();
+        return widget;
+    }
+    QLineEdit* dialBox(int k) const { return find<QLineEdit>(QStringLiteral("txtDial_%1").arg(k)); }
+
+    // The user picks list entry `index` with the arrow keys, as from the open list.
+    void choose(const QString& combo, int index) {
+        auto* box = find<QComboBox>(combo);
+        box->setFocus();
+        while (box->currentIndex() > index)
+            QTest::keyClick(box, Qt::Key_Up);
+        while (box->currentIndex() < index)
+            QTest::keyClick(box, Qt::Key_Down);
+    }
+    // The user replaces the text of a combo box by typing.
+    void type(const QString& combo, const QString& text) {
+        auto* box = find<QComboBox>(combo);
+        box->setFocus();
+        box->lineEdit()->selectAll();
+        QTest::keyClick(box->lineEdit(), Qt::Key_Backspace);
+        QTest::keyClicks(box->lineEdit(), text);
+    }
+    void click(const QString& name) {
+        auto* button = find<QAbstractButton>(name);
+        QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(6, button->height() / 2));
+    }
+    // What a control shows, in one comparable text.
+    QString shown(const char* name) const {
+        QWidget* widget = find(QLatin1String(name));
+        if (auto* box = qobject_cast<QCheckBox*>(widget)) return box->isChecked() ? "ticked" : "clear";
+        if (auto* box = qobject_cast<QComboBox*>(widget)) return "[" + box->currentText() + "]";
+        if (auto* slider = qobject_cast<QSlider*>(widget)) return QString::number(slider->value());
+        if (auto* label = qobject_cast<QLabel*>(widget)) return label->text();
+        return QStringLiteral("?");
+    }
+    void load(const char* halfA, const char* halfB) {
+        doc.settingsBlock.halfA = spaced(halfA);
+        doc.settingsBlock.halfB = spaced(halfB);
+        doc.applySettingsBlock();
+    }
+    QString builtByte(char half, int byte) {
+        doc.buildSettingsBlock();
+        return (half == 'A' ? doc.settingsBlock.halfA : doc.settingsBlock.halfB).mid(2 * byte, 2);
+    }
+
+    void perform(const Edit& e) {
+        switch (e.how) {
+        case 'L': // a load is no edit
+            doc.settings.channelMode = true;
+            doc.notifySettings();
+            click(QLatin1String(e.widget));
+            break;
+        case 'C':
+            click(QStringLiteral("chkChannel"));
+            [[fallthrough]];
+        case 'c':
+            click(QLatin1String(e.widget));
+            break;
+        case 's':
+            choose(QLatin1String(e.widget), QByteArray(e.arg).toInt());
+            break;
+        case 't':
+            type(QLatin1String(e.widget), QLatin1String(e.arg));
+            break;
+        case 'd':
+            QTest::keyClicks(find<QLineEdit>(QLatin1String(e.widget)), QLatin1String(e.arg));
+            break;
+        case 'k':
+            find(QLatin1String(e.widget))->setFocus();
+            QTest::keyClick(find(QLatin1String(e.widget)), QKeySequence(QLatin1String(e.arg))[0].key());
+            break;
+        }
+    }
+
+    Document doc;
+    QWidget host;
+    zq::ui::SettingsPage1* page1 = nullptr;
+    zq::ui::SettingsPage2* page2 = nullptr;
+};
+
+template <typename Case> std::string caseName(const ::testing::TestParamInfo<Case>& info) {
+    return std::string(info.param.edit.widget) + '_' + std::to_string(info.index);
 }
 
-const char* const kHalfA = "A5 00 01 01 00 0C 03 00 02 01 03 02 05 0A 01 00";
-const char* const kHalfB = "01 01 00 00 AA 00 02 00 01 00 01 01 00 01 00 00";
-
-void loadBlock(Document& doc, const char* halfA, const char* halfB) {
-    doc.settingsBlock.halfA = spaced(halfA);
-    doc.settingsBlock.halfB = spaced(halfB);
-    doc.applySettingsBlock();
-}
-
-QString builtByte(Document& doc, char half, int byte) {
-    doc.buildSettingsBlock();
-    const QString& text = half == 'A' ? doc.settingsBlock.halfA : doc.settingsBlock.halfB;
-    return text.mid(2 * byte, 2);
-}
-
-} // namespace
-
-TEST(SettingsPages, AppliedBlockShowsInEveryControl) {
-    PageFixture f;
-    loadBlock(f.doc, kHalfA, kHalfB);
+TEST_F(Pages, AppliedBlockShowsInEveryControl) {
+    load(kHalfA, kHalfB);
     const std::pair<const char*, const char*> expected[] = {
         {"chkChannel", "ticked"}, {"Slider1", "12"},       {"lblVol", "12"},        {"Slider2", "3"},
         {"lblSql", "3"},          {"cmbDWait", "[ 700]"},  {"cmbDFirst", "[  80]"}, {"cmbDBurst", "[ 200]"},
@@ -59,339 +158,331 @@ TEST(SettingsPages, AppliedBlockShowsInEveryControl) {
         {"chkCharge", "ticked"},
     };
     for (const auto& [name, text] : expected)
-        EXPECT_EQ(shown(f.find(name)), QString::fromLatin1(text)) << name;
-    EXPECT_FALSE(f.doc.DataChanged());
+        EXPECT_EQ(shown(name), QString::fromLatin1(text)) << name;
+    EXPECT_FALSE(doc.DataChanged());
 
     // Unedited, the rebuilt block is the one applied (apart from the fixed bytes).
-    f.doc.buildSettingsBlock();
-    EXPECT_EQ(f.doc.settingsBlock.halfA, spaced(kHalfA));
-    EXPECT_EQ(f.doc.settingsBlock.halfB, spaced("01 01 00 00 AA 00 01 00 01 00 01 01 00 01 00 00"));
+    doc.buildSettingsBlock();
+    EXPECT_EQ(doc.settingsBlock.halfA, spaced(kHalfA));
+    EXPECT_EQ(doc.settingsBlock.halfB, spaced("01 01 00 00 AA 00 01 00 01 00 01 01 00 01 00 00"));
 }
 
-// ---- user edits -> settings bytes ----------------------------------------------------------------
-
 struct EditCase {
-    const char* name;
-    std::function<void(PageFixture&)> edit;
+    Edit edit;
     char half;
     int byte;
     const char* expected;
 };
 
-void PrintTo(const EditCase& c, std::ostream* os) {
-    *os << c.name;
-}
-
-class EditBuildsBytes : public ::testing::TestWithParam<EditCase> {};
+class EditBuildsBytes : public Pages, public ::testing::WithParamInterface<EditCase> {};
 
 TEST_P(EditBuildsBytes, ByteFollowsTheEdit) {
-    const EditCase& c = GetParam();
-    PageFixture f; // the start-up data: a blank block applied
-    c.edit(f);
-    EXPECT_EQ(builtByte(f.doc, c.half, c.byte), QString::fromLatin1(c.expected));
+    perform(GetParam().edit); // on the start-up data: a blank block applied
+    EXPECT_EQ(builtByte(GetParam().half, GetParam().byte), QLatin1String(GetParam().expected));
 }
 
-namespace {
-void channelModeThenClick(PageFixture& f, const char* name) {
-    f.click("chkChannel");
-    f.click(name);
-}
-void keyOnSlider(PageFixture& f, const char* name, Qt::Key key) {
-    auto* slider = f.find<QSlider>(name);
-    slider->setFocus();
-    QTest::keyClick(slider, key);
-}
-} // namespace
-
-INSTANTIATE_TEST_SUITE_P(
-    SettingsPages, EditBuildsBytes,
-    ::testing::Values(
-        EditCase{"ChannelModeOn", [](PageFixture& f) { f.click("chkChannel"); }, 'A', 2, "01"},
-        EditCase{"ChannelModeClearsC8", [](PageFixture& f) { f.click("chkChannel"); }, 'A', 4, "00"},
-        EditCase{"VolumeEnd", [](PageFixture& f) { keyOnSlider(f, "Slider1", Qt::Key_End); }, 'A', 5, "14"},
-        EditCase{"SquelchPageUp", [](PageFixture& f) { keyOnSlider(f, "Slider2", Qt::Key_PageUp); }, 'A', 6,
-                 "05"},
-        EditCase{"DtmfWaitChosen", [](PageFixture& f) { f.choose("cmbDWait", 3); }, 'A', 8, "03"},
-        EditCase{"DtmfFirstTyped", [](PageFixture& f) { f.type("cmbDFirst", "160"); }, 'A', 9, "02"},
-        EditCase{"DtmfIntervalChosen", [](PageFixture& f) { f.choose("cmbDBurst", 1); }, 'A', 10, "01"},
-        EditCase{"ToneBurstChosen", [](PageFixture& f) { f.choose("cmbTB", 3); }, 'A', 11, "03"},
-        EditCase{"TimeOutTyped", [](PageFixture& f) { f.type("cmbTOT", "450"); }, 'A', 12, "0F"},
-        EditCase{"PenaltyChosen", [](PageFixture& f) { f.choose("cmbTOTP", 15); }, 'A', 13, "0F"},
-        EditCase{"KeyLock", [](PageFixture& f) { f.click("chkLock"); }, 'A', 14, "01"},
-        EditCase{"AutoPowerOff", [](PageFixture& f) { f.click("chkAPO"); }, 'A', 15, "01"},
-        EditCase{"Beep", [](PageFixture& f) { f.click("chkBeep"); }, 'B', 0, "01"},
-        EditCase{"ScanBusyChosen", [](PageFixture& f) { f.choose("cmbScan", 1); }, 'B', 1, "01"},
-        EditCase{"LampTyped", [](PageFixture& f) { f.type("cmbLamp", "Permanent on"); }, 'B', 2, "01"},
-        EditCase{"ScanAccess", [](PageFixture& f) { channelModeThenClick(f, "chkScanEn"); }, 'B', 4, "AA"},
-        EditCase{"PowerAccess", [](PageFixture& f) { channelModeThenClick(f, "chkPowerEn"); }, 'B', 5, "AA"},
-        EditCase{"LockAccess", [](PageFixture& f) { channelModeThenClick(f, "chkLockEn"); }, 'B', 6, "01"},
-        EditCase{"MonitorAccess", [](PageFixture& f) { channelModeThenClick(f, "chkMoniEn"); }, 'B', 7, "01"},
-        EditCase{"ToneAccess", [](PageFixture& f) { channelModeThenClick(f, "chkToneEn"); }, 'B', 8, "01"},
-        EditCase{"BurstAccess", [](PageFixture& f) { channelModeThenClick(f, "chkBurstEn"); }, 'B', 9, "01"},
-        EditCase{"NameAccess", [](PageFixture& f) { channelModeThenClick(f, "chkNameEn"); }, 'B', 10, "01"},
-        EditCase{"BatteryChosen", [](PageFixture& f) { f.choose("cmbBat", 1); }, 'B', 11, "01"},
-        EditCase{"RepeaterMode", [](PageFixture& f) { f.click("chkCharge"); }, 'B', 13, "01"},
-        // An access flag cannot be ticked while channel mode is off.
-        EditCase{"AccessLockedWithoutChannelMode", [](PageFixture& f) { f.click("chkScanEn"); }, 'B', 4, "00"},
-        // A typed text that names no entry keeps the value.
-        EditCase{"UnknownTextKeepsValue",
-                 [](PageFixture& f) {
-                     f.choose("cmbTOT", 2);
-                     f.type("cmbTOT", "75");
-                 },
-                 'A', 12, "02"}),
-    [](const ::testing::TestParamInfo<EditCase>& info) { return std::string(info.param.name); });
-
-// ---- which edits mark the data as changed ---------------------------------------------------------
+INSTANTIATE_TEST_SUITE_P(Pages, EditBuildsBytes,
+                         ::testing::ValuesIn(std::vector<EditCase>{
+                             {{'c', "chkChannel", ""}, 'A', 2, "01"},
+                             {{'c', "chkChannel", ""}, 'A', 4, "00"},
+                             {{'k', "Slider1", "End"}, 'A', 5, "14"},
+                             {{'k', "Slider2", "PgUp"}, 'A', 6, "05"},
+                             {{'s', "cmbDWait", "3"}, 'A', 8, "03"},
+                             {{'t', "cmbDFirst", "160"}, 'A', 9, "02"},
+                             {{'s', "cmbDBurst", "1"}, 'A', 10, "01"},
+                             {{'s', "cmbTB", "3"}, 'A', 11, "03"},
+                             {{'t', "cmbTOT", "450"}, 'A', 12, "0F"},
+                             {{'s', "cmbTOTP", "15"}, 'A', 13, "0F"},
+                             {{'c', "chkLock", ""}, 'A', 14, "01"},
+                             {{'c', "chkAPO", ""}, 'A', 15, "01"},
+                             {{'c', "chkBeep", ""}, 'B', 0, "01"},
+                             {{'s', "cmbScan", "1"}, 'B', 1, "01"},
+                             {{'t', "cmbLamp", "Permanent on"}, 'B', 2, "01"},
+                             {{'C', "chkScanEn", ""}, 'B', 4, "AA"},
+                             {{'C', "chkPowerEn", ""}, 'B', 5, "AA"},
+                             {{'C', "chkLockEn", ""}, 'B', 6, "01"},
+                             {{'C', "chkMoniEn", ""}, 'B', 7, "01"},
+                             {{'C', "chkToneEn", ""}, 'B', 8, "01"},
+                             {{'C', "chkBurstEn", ""}, 'B', 9, "01"},
+                             {{'C', "chkNameEn", ""}, 'B', 10, "01"},
+                             {{'s', "cmbBat", "1"}, 'B', 11, "01"},
+                             {{'c', "chkCharge", ""}, 'B', 13, "01"},
+                             // An access flag cannot be ticked while channel mode is off.
+                             {{'c', "chkScanEn", ""}, 'B', 4, "00"}}),
+                         caseName<EditCase>);
 
 struct ChangeCase {
-    const char* name;
-    std::function<void(PageFixture&)> edit;
+    Edit edit;
     bool marks;
 };
 
-void PrintTo(const ChangeCase& c, std::ostream* os) {
-    *os << c.name;
-}
-
-class DataChangedRule : public ::testing::TestWithParam<ChangeCase> {};
+class DataChangedRule : public Pages, public ::testing::WithParamInterface<ChangeCase> {};
 
 TEST_P(DataChangedRule, EditMarksOrNot) {
-    const ChangeCase& c = GetParam();
-    PageFixture f;
-    ASSERT_FALSE(f.doc.DataChanged());
-    c.edit(f);
-    EXPECT_EQ(f.doc.DataChanged(), c.marks);
+    ASSERT_FALSE(doc.DataChanged());
+    perform(GetParam().edit);
+    EXPECT_EQ(doc.DataChanged(), GetParam().marks);
 }
 
-namespace {
-ChangeCase clickCase(const char* name, bool marks) {
-    return ChangeCase{name, [name](PageFixture& f) { f.click(name); }, marks};
-}
-ChangeCase accessCase(const char* name) {
-    // Channel mode is ticked by a load, which does not count as an edit.
-    return ChangeCase{name,
-                      [name](PageFixture& f) {
-                          f.doc.settings.channelMode = true;
-                          f.doc.notifySettings();
-                          f.click(name);
-                      },
-                      true};
-}
-} // namespace
+INSTANTIATE_TEST_SUITE_P(Pages, DataChangedRule,
+                         ::testing::ValuesIn(std::vector<ChangeCase>{
+                             {{'c', "chkMosq", ""}, false},     {{'c', "chkSQL", ""}, false},
+                             {{'c', "chkAPO", ""}, true},       {{'c', "chkAutoProg", ""}, true},
+                             {{'c', "chkBeep", ""}, true},      {{'c', "chkCharge", ""}, true},
+                             {{'c', "chkFlg1_0", ""}, true},    {{'c', "chkFlg1_1", ""}, true},
+                             {{'c', "chkFlg1_2", ""}, true},    {{'c', "chkLock", ""}, true},
+                             {{'c', "chkChannel", ""}, true},   {{'L', "chkScanEn", ""}, true},
+                             {{'L', "chkPowerEn", ""}, true},   {{'L', "chkLockEn", ""}, true},
+                             {{'L', "chkMoniEn", ""}, true},    {{'L', "chkToneEn", ""}, true},
+                             {{'L', "chkBurstEn", ""}, true},   {{'L', "chkNameEn", ""}, true},
+                             {{'c', "opbModel_1", ""}, true},   {{'s', "cmbBat", "1"}, false},
+                             {{'s', "cmbLamp", "1"}, false},    {{'s', "cmbTOT", "7"}, false},
+                             {{'s', "cmbDWait", "2"}, false},   {{'t', "cmbScan", "Busy"}, true},
+                             {{'t', "cmbTOTP", "9"}, true},     {{'t', "cmbTB", "2100"}, true},
+                             {{'t', "cmbDBurst", "x"}, true},   {{'k', "Slider1", "Right"}, true},
+                             {{'k', "Slider2", "Right"}, true}, {{'d', "txtDial_4", "12"}, true},
+                             {{'d', "txtDial_4", "xyz"}, false}}),
+                         caseName<ChangeCase>);
 
-INSTANTIATE_TEST_SUITE_P(
-    SettingsPages, DataChangedRule,
-    ::testing::Values(
-        clickCase("chkMosq", false), clickCase("chkSQL", false), clickCase("chkAPO", true),
-        clickCase("chkAutoProg", true), clickCase("chkBeep", true), clickCase("chkCharge", true),
-        clickCase("chkFlg1_0", true), clickCase("chkFlg1_1", true), clickCase("chkFlg1_2", true),
-        clickCase("chkLock", true), clickCase("chkChannel", true), accessCase("chkScanEn"),
-        accessCase("chkPowerEn"), accessCase("chkLockEn"), accessCase("chkMoniEn"), accessCase("chkToneEn"),
-        accessCase("chkBurstEn"), accessCase("chkNameEn"), clickCase("opbModel_1", true),
-        ChangeCase{"cmbBat_chosen", [](PageFixture& f) { f.choose("cmbBat", 1); }, false},
-        ChangeCase{"cmbLamp_chosen", [](PageFixture& f) { f.choose("cmbLamp", 1); }, false},
-        ChangeCase{"cmbTOT_chosen", [](PageFixture& f) { f.choose("cmbTOT", 7); }, false},
-        ChangeCase{"cmbDWait_chosen", [](PageFixture& f) { f.choose("cmbDWait", 2); }, false},
-        ChangeCase{"cmbScan_typed", [](PageFixture& f) { f.type("cmbScan", "Busy"); }, true},
-        ChangeCase{"cmbTOTP_typed", [](PageFixture& f) { f.type("cmbTOTP", "9"); }, true},
-        ChangeCase{"cmbTB_typed", [](PageFixture& f) { f.type("cmbTB", "2100"); }, true},
-        ChangeCase{"cmbDBurst_typed", [](PageFixture& f) { f.type("cmbDBurst", "x"); }, true},
-        ChangeCase{"Slider1_key", [](PageFixture& f) { keyOnSlider(f, "Slider1", Qt::Key_Right); }, true},
-        ChangeCase{"Slider2_key", [](PageFixture& f) { keyOnSlider(f, "Slider2", Qt::Key_Right); }, true},
-        ChangeCase{"txtDial_typed",
-                   [](PageFixture& f) { QTest::keyClicks(f.find<QLineEdit>("txtDial_4"), "12"); }, true},
-        ChangeCase{"txtDial_rejected_key",
-                   [](PageFixture& f) { QTest::keyClicks(f.find<QLineEdit>("txtDial_4"), "xyz"); }, false}),
-    [](const ::testing::TestParamInfo<ChangeCase>& info) { return std::string(info.param.name); });
-
-TEST(SettingsPages, MosquitoAndSqlTicksAreStoredWithoutMarking) {
-    PageFixture f;
-    f.click("chkMosq");
-    f.click("chkSQL");
-    EXPECT_TRUE(f.doc.settings.mosquitoRepel);
-    EXPECT_TRUE(f.doc.settings.sqlExternal);
-    EXPECT_FALSE(f.doc.DataChanged());
+TEST_F(Pages, MosquitoAndSqlTicksAreStoredWithoutMarking) {
+    click("chkMosq");
+    click("chkSQL");
+    EXPECT_TRUE(doc.settings.mosquitoRepel);
+    EXPECT_TRUE(doc.settings.sqlExternal);
+    EXPECT_FALSE(doc.DataChanged());
 }
 
-TEST(SettingsPages, SliderLabelFollowsTheDragAndTheReleaseMarks) {
-    PageFixture f;
-    auto* slider = f.find<QSlider>("Slider1");
-    auto* label = f.find<QLabel>("lblVol");
-    slider->resize(210, slider->sizeHint().height());
+TEST_F(Pages, SliderLabelFollowsTheDragAndTheReleaseMarks) {
+    auto* slider = find<QSlider>("Slider1");
     ASSERT_EQ(slider->value(), 0);
-
-    QStyleOptionSlider option;
-    option.initFrom(slider);
-    option.orientation = slider->orientation();
-    option.minimum = slider->minimum();
-    option.maximum = slider->maximum();
-    option.sliderPosition = slider->sliderPosition();
-    option.sliderValue = slider->value();
-    option.subControls = QStyle::SC_All;
-    const QRect handle =
-        slider->style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, slider);
-    const QRect groove =
-        slider->style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderGroove, slider);
-
-    QTest::mousePress(slider, Qt::LeftButton, {}, handle.center());
-    ASSERT_TRUE(slider->isSliderDown());
-    const QPoint middle(handle.center().x() + (groove.width() - handle.width()) / 2, handle.center().y());
-    QTest::mouseMove(slider, middle);
-    EXPECT_EQ(label->text(), QString::number(slider->sliderPosition()));
-    EXPECT_GT(slider->sliderPosition(), 5);
-    EXPECT_LT(slider->sliderPosition(), 15);
-    EXPECT_FALSE(f.doc.DataChanged()) << "moving alone is no change yet";
-    EXPECT_EQ(f.doc.settings.volume, 0);
-
-    QTest::mouseRelease(slider, Qt::LeftButton, {}, middle);
-    EXPECT_TRUE(f.doc.DataChanged());
-    EXPECT_EQ(f.doc.settings.volume, slider->value());
-    EXPECT_EQ(label->text(), QString::number(slider->value()));
+    slider->setSliderDown(true);
+    slider->setSliderPosition(9);
+    EXPECT_EQ(shown("lblVol"), QStringLiteral("9"));
+    EXPECT_FALSE(doc.DataChanged()) << "moving alone is no change yet";
+    EXPECT_EQ(doc.settings.volume, 0);
+    slider->setSliderDown(false);
+    EXPECT_TRUE(doc.DataChanged());
+    EXPECT_EQ(doc.settings.volume, 9);
+    EXPECT_EQ(shown("lblVol"), QStringLiteral("9"));
 }
 
-TEST(SettingsPages, ChannelModeGreysTheAccessFlagsAndKeepsTheirTicks) {
-    PageFixture f;
-    loadBlock(f.doc, "A5 00 00 01 C8", "00 00 00 00 AA 00 01 00 00 00 01");
+TEST_F(Pages, ChannelModeGreysTheAccessFlagsAndKeepsTheirTicks) {
+    load("A5 00 00 01 C8", "00 00 00 00 AA 00 01 00 00 00 01");
     const char* const access[] = {"chkScanEn", "chkPowerEn", "chkLockEn", "chkMoniEn",
                                   "chkToneEn", "chkBurstEn", "chkNameEn"};
     const bool ticks[] = {true, false, true, false, false, false, true};
     const auto expectState = [&](bool enabled, const char* when) {
-        EXPECT_EQ(f.find("frmChannel")->isEnabled(), enabled) << when;
+        EXPECT_EQ(find("frmChannel")->isEnabled(), enabled) << when;
         for (int i = 0; i < 7; ++i) {
-            auto* box = f.find<QCheckBox>(access[i]);
+            auto* box = find<QCheckBox>(access[i]);
             EXPECT_EQ(box->isEnabled(), enabled) << access[i] << ' ' << when;
             EXPECT_EQ(box->isChecked(), ticks[i]) << access[i] << ' ' << when;
         }
     };
     expectState(false, "after a load without channel mode");
-    f.click("chkChannel");
+    click("chkChannel");
     expectState(true, "ticked");
-    f.click("chkChannel");
+    click("chkChannel");
     expectState(false, "unticked");
-    f.click("chkChannel");
+    click("chkChannel");
     expectState(true, "ticked again");
-
-    loadBlock(f.doc, "A5 00 00 01 C8", "00 00 00 00 AA 00 01 00 00 00 01");
+    load("A5 00 00 01 C8", "00 00 00 00 AA 00 01 00 00 00 01");
     expectState(false, "after loading channel mode off again");
 }
 
-TEST(SettingsPages, LoadingNeverMarksTheData) {
-    PageFixture f;
-    const std::pair<const char*, std::function<void(Document&)>> loads[] = {
-        {"settings block", [](Document& d) { loadBlock(d, kHalfA, kHalfB); }},
-        {"repaired block",
-         [](Document& d) { loadBlock(d, "A5 00 00 01 00 15 FF 00 09 09 09 33 FF FF", "FF FF FF"); }},
-        {"variant", [](Document& d) { d.setModelVariant(2); }},
-        {"no variant", [](Document& d) { d.setModelVariant(-1); }},
+TEST_F(Pages, LoadingNeverMarksTheData) {
+    const std::pair<const char*, std::function<void()>> loads[] = {
+        {"settings block", [&] { load(kHalfA, kHalfB); }},
+        {"repaired block", [&] { load("A5 00 00 01 00 15 FF 00 09 09 09 33 FF FF", "FF FF FF"); }},
+        {"variant", [&] { doc.setModelVariant(2); }},
+        {"no variant", [&] { doc.setModelVariant(-1); }},
         {"dial texts",
-         [](Document& d) {
-             d.dialTexts[0] = QStringLiteral("123#");
-             d.dialTexts[8] = QStringLiteral("ABCD*-");
-             d.notifyDialTexts();
+         [&] {
+             doc.dialTexts[0] = QStringLiteral("123#");
+             doc.dialTexts[8] = QStringLiteral("ABCD*-");
+             doc.notifyDialTexts();
          }},
-        {"start-up data", [](Document& d) { d.resetToStartup(); }},
+        {"start-up data", [&] { doc.resetToStartup(); }},
     };
-    for (const auto& [what, load] : loads) {
-        load(f.doc);
-        EXPECT_FALSE(f.doc.DataChanged()) << what;
+    for (const auto& [what, loader] : loads) {
+        loader();
+        EXPECT_FALSE(doc.DataChanged()) << what;
     }
-    // The repaired block's volume shows as 0, the start-up data as blank controls.
-    EXPECT_EQ(f.find<QLineEdit>("txtDial_0")->text(), QString());
-    EXPECT_EQ(shown(f.find("cmbTOT")), QStringLiteral("[OFF]"));
+    EXPECT_EQ(dialBox(0)->text(), QString());
+    EXPECT_EQ(shown("cmbTOT"), QStringLiteral("[OFF]"));
 }
 
-TEST(SettingsPages, ToneBurstOutsideTheListSurvivesUntilAnEntryIsChosen) {
-    PageFixture f;
-    loadBlock(f.doc, "A5 00 00 01 C8 00 00 00 00 00 00 07", "");
-    EXPECT_EQ(f.doc.settings.toneBurst, 7);
-    EXPECT_EQ(shown(f.find("cmbTB")), QStringLiteral("[]"));
-    EXPECT_EQ(builtByte(f.doc, 'A', 11), QStringLiteral("07"));
+TEST_F(Pages, ValuesOutsideTheListsSurviveUntilAnEntryIsChosen) {
+    load("A5 00 00 01 C8 00 00 00 00 00 00 07", "");
+    EXPECT_EQ(doc.settings.toneBurst, 7);
+    EXPECT_EQ(shown("cmbTB"), QStringLiteral("[]"));
+    EXPECT_EQ(builtByte('A', 11), QStringLiteral("07"));
 
-    f.click("chkBeep");
-    f.type("cmbTB", "9999");
-    EXPECT_TRUE(f.doc.DataChanged());
-    EXPECT_EQ(builtByte(f.doc, 'A', 11), QStringLiteral("07")) << "other edits and unknown text keep it";
+    click("chkBeep");
+    type("cmbTB", "9999");
+    EXPECT_TRUE(doc.DataChanged());
+    EXPECT_EQ(builtByte('A', 11), QStringLiteral("07")) << "other edits and unknown text keep it";
+    choose("cmbTB", 1);
+    EXPECT_EQ(builtByte('A', 11), QStringLiteral("01"));
 
-    f.choose("cmbTB", 1);
-    EXPECT_EQ(builtByte(f.doc, 'A', 11), QStringLiteral("01"));
+    choose("cmbTOT", 2);
+    type("cmbTOT", "75");
+    EXPECT_EQ(builtByte('A', 12), QStringLiteral("02"));
 }
 
-TEST(SettingsPages, ModelOptionsFollowAndSetTheVariant) {
-    PageFixture f;
-    QSignalSpy redraws(&f.doc, &Document::memoryRowsChanged);
+TEST_F(Pages, ModelOptionsFollowAndSetTheVariant) {
+    QSignalSpy redraws(&doc, &Document::memoryRowsChanged);
     const auto checked = [&] {
         QString which;
         for (int i = 0; i < 4; ++i)
-            which += f.find<QRadioButton>(QStringLiteral("opbModel_%1").arg(i))->isChecked() ? '1' : '0';
+            which += find<QRadioButton>(QStringLiteral("opbModel_%1").arg(i))->isChecked() ? '1' : '0';
         return which;
     };
     EXPECT_EQ(checked(), QStringLiteral("1000"));
 
-    f.click("opbModel_2");
-    EXPECT_EQ(f.doc.ModelVariant(), 2);
-    EXPECT_TRUE(f.doc.DataChanged());
+    click("opbModel_2");
+    EXPECT_EQ(doc.ModelVariant(), 2);
+    EXPECT_TRUE(doc.DataChanged());
     EXPECT_EQ(redraws.count(), 1);
     EXPECT_EQ(checked(), QStringLiteral("0010"));
 
-    f.doc.setDataChanged(false);
-    f.doc.setModelVariant(-1);
+    doc.setDataChanged(false);
+    doc.setModelVariant(-1);
     EXPECT_EQ(checked(), QStringLiteral("0000"));
-    f.doc.setModelVariant(1);
+    doc.setModelVariant(1);
     EXPECT_EQ(checked(), QStringLiteral("0100"));
-    EXPECT_FALSE(f.doc.DataChanged());
+    EXPECT_FALSE(doc.DataChanged());
 
-    f.page1->selectModel(3); // what Auto Select does
+    page1->selectModel(3); // what Auto Select does
     EXPECT_EQ(checked(), QStringLiteral("0001"));
-    EXPECT_TRUE(f.doc.DataChanged());
+    EXPECT_TRUE(doc.DataChanged());
     EXPECT_EQ(redraws.count(), 2);
 }
 
-TEST(SettingsPages, ButtonsRequestTheirCommands) {
-    PageFixture f;
-    QSignalSpy read1(f.page1, &zq::ui::SettingsPage1::readSettingsRequested);
-    QSignalSpy write1(f.page1, &zq::ui::SettingsPage1::writeSettingsRequested);
-    QSignalSpy autoSelect(f.page1, &zq::ui::SettingsPage1::autoSelectRequested);
-    QSignalSpy read2(f.page2, &zq::ui::SettingsPage2::readSettingsRequested);
-    QSignalSpy write2(f.page2, &zq::ui::SettingsPage2::writeSettingsRequested);
-    const std::pair<const char*, QSignalSpy*> buttons[] = {
-        {"cmbRxData1", &read1}, {"cmbTxData1", &write1}, {"cmdAuto", &autoSelect},
-        {"cmbRxData2", &read2}, {"cmbTxData2", &write2},
-    };
-    for (const auto& [name, spy] : buttons) {
-        const int before =
-            read1.count() + write1.count() + autoSelect.count() + read2.count() + write2.count();
-        QTest::mouseClick(f.find<QPushButton>(name), Qt::LeftButton);
-        EXPECT_EQ(spy->count(), 1) << name;
-        EXPECT_EQ(read1.count() + write1.count() + autoSelect.count() + read2.count() + write2.count(),
-                  before + 1)
-            << name;
+TEST_F(Pages, ButtonsRequestTheirCommands) {
+    QSignalSpy spies[] = {{page1, &zq::ui::SettingsPage1::readSettingsRequested},
+                          {page1, &zq::ui::SettingsPage1::writeSettingsRequested},
+                          {page1, &zq::ui::SettingsPage1::autoSelectRequested},
+                          {page2, &zq::ui::SettingsPage2::readSettingsRequested},
+                          {page2, &zq::ui::SettingsPage2::writeSettingsRequested}};
+    const char* const buttons[] = {"cmbRxData1", "cmbTxData1", "cmdAuto", "cmbRxData2", "cmbTxData2"};
+    for (int i = 0; i < 5; ++i) {
+        QTest::mouseClick(find<QPushButton>(buttons[i]), Qt::LeftButton);
+        for (int k = 0; k < 5; ++k)
+            EXPECT_EQ(spies[k].count(), k <= i ? 1 : 0) << buttons[i] << " signal " << k;
     }
-    EXPECT_EQ(f.page1->readSettingsButton()->objectName(), QStringLiteral("cmbRxData1"));
-    EXPECT_EQ(f.page2->writeSettingsButton()->objectName(), QStringLiteral("cmbTxData2"));
-    EXPECT_FALSE(f.doc.DataChanged());
+    EXPECT_EQ(page1->readSettingsButton()->objectName(), QStringLiteral("cmbRxData1"));
+    EXPECT_EQ(page2->writeSettingsButton()->objectName(), QStringLiteral("cmbTxData2"));
+    EXPECT_FALSE(doc.DataChanged());
 }
 
-TEST(SettingsPages, ListsCarryTheirEntriesExactly) {
-    PageFixture f;
-    const auto entries = [&](const char* name) {
-        auto* box = f.find<QComboBox>(name);
+TEST_F(Pages, ListsAndCaptionsCarryTheirTextsExactly) {
+    const std::pair<const char*, const char*> lists[] = {
+        {"cmbTOT", "OFF| 30| 60| 90|120|150|180|210|240|270|300|330|360|390|420|450"},
+        {"cmbTOTP", "  0|  1|  2|  3|  4|  5|  6|  7|  8|  9| 10| 11| 12| 13| 14| 15"},
+        {"cmbTB", "1750|2100|1000|1450"},
+        {"cmbBat", "Ni-MH|Li-ion"},
+        {"cmbLamp", "5 second|Permanent on"},
+        {"cmbScan", "Timer|Busy"},
+        {"cmbDWait", " 100| 400| 700|1000"},
+        {"cmbDFirst", "  60|  80| 160| 200"},
+        {"cmbDBurst", "  60|  80| 160| 200"}};
+    for (const auto& [name, entries] : lists) {
+        auto* box = find<QComboBox>(name);
         QStringList list;
         for (int i = 0; i < box->count(); ++i)
             list << box->itemText(i);
-        return list.join('|');
-    };
-    EXPECT_EQ(entries("cmbTOT"), "OFF| 30| 60| 90|120|150|180|210|240|270|300|330|360|390|420|450");
-    EXPECT_EQ(entries("cmbTOTP"), "  0|  1|  2|  3|  4|  5|  6|  7|  8|  9| 10| 11| 12| 13| 14| 15");
-    EXPECT_EQ(entries("cmbTB"), "1750|2100|1000|1450");
-    EXPECT_EQ(entries("cmbBat"), "Ni-MH|Li-ion");
-    EXPECT_EQ(entries("cmbLamp"), "5 second|Permanent on");
-    EXPECT_EQ(entries("cmbScan"), "Timer|Busy");
-    EXPECT_EQ(entries("cmbDWait"), " 100| 400| 700|1000");
-    EXPECT_EQ(entries("cmbDFirst"), "  60|  80| 160| 200");
-    EXPECT_EQ(entries("cmbDBurst"), "  60|  80| 160| 200");
-    EXPECT_EQ(f.find<QCheckBox>("chkMosq")->text(), "Mosqito Repel");
-    EXPECT_EQ(f.find<QCheckBox>("chkNameEn")->text(), "Name Opration");
-    EXPECT_EQ(f.find<QRadioButton>("opbModel_2")->text(), "ZQ-318 TFH");
-    EXPECT_EQ(f.find<QRadioButton>("opbModel_3")->property("index").toInt(), 3);
+        EXPECT_EQ(list.join('|'), QLatin1String(entries)) << name;
+    }
+    EXPECT_EQ(find<QCheckBox>("chkMosq")->text(), "Mosqito Repel");
+    EXPECT_EQ(find<QCheckBox>("chkNameEn")->text(), "Name Opration");
+    EXPECT_EQ(find<QRadioButton>("opbModel_2")->text(), "ZQ-318 TFH");
+    EXPECT_EQ(find<QRadioButton>("opbModel_3")->property("index").toInt(), 3);
+}
+
+// ---- DTMF dial boxes ------------------------------------------------------------------------------
+
+struct KeyCase {
+    const char *typed, *shown;
+};
+
+class DialKeyFilter : public Pages, public ::testing::WithParamInterface<KeyCase> {};
+
+TEST_P(DialKeyFilter, TypedKeysBecomeDialCharacters) {
+    QLineEdit* box = dialBox(3);
+    box->setFocus();
+    QTest::keyClicks(box, QLatin1String(GetParam().typed));
+    const QString expected = QLatin1String(GetParam().shown);
+    EXPECT_EQ(box->text(), expected);
+    EXPECT_EQ(doc.dialTexts[3], expected);
+    EXPECT_EQ(doc.DataChanged(), !expected.isEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(DialBoxes, DialKeyFilter,
+                         ::testing::ValuesIn(std::vector<KeyCase>{
+                             {"0123456789", "0123456789"},
+                             {"#*-ABCD", "#*-ABCD"},
+                             {"abcd", "ABCD"},
+                             {"1b2", "1B2"},
+                             {"Ee", ""},
+                             {"xyz!+ .", ""},
+                             {"1E2e3F", "123"},
+                             {"12#\b", "12"}, // backspace passes
+                             {"12345678901234567890", "1234567890123456"},
+                             {"abcdabcdabcdabcdab", "ABCDABCDABCDABCD"}}),
+                         [](const auto& info) { return std::to_string(info.index); });
+
+TEST_F(Pages, EnterMovesTheFocusToTheNextDialBoxAndFromTheLastToTheFirst) {
+    for (int k = 0; k < zq::model::kDialCount; ++k) {
+        dialBox(k)->setFocus();
+        QTest::keyClick(dialBox(k), k % 2 ? Qt::Key_Enter : Qt::Key_Return);
+        EXPECT_EQ(host.focusWidget(), dialBox(k == 8 ? 0 : k + 1)) << "from box " << k;
+        EXPECT_EQ(dialBox(k)->text(), QString()) << "Enter types nothing";
+    }
+    EXPECT_FALSE(doc.DataChanged());
+}
+
+TEST_F(Pages, PastedDialTextBypassesTheFilterAndIsEncodedUpperCased) {
+    QLineEdit* box = dialBox(5);
+    box->setFocus();
+    QApplication::clipboard()->setText(QStringLiteral("1bE#"));
+    box->paste();
+    EXPECT_EQ(box->text(), QStringLiteral("1bE#"));
+    EXPECT_EQ(doc.dialTexts[5], QStringLiteral("1bE#"));
+    EXPECT_TRUE(doc.DataChanged());
+    // b is encoded as B, E is dropped.
+    EXPECT_EQ(zq::model::MakeDialData(doc.dialTexts[5]),
+              QStringLiteral("313B3F") + QString(26, QLatin1Char('0')));
+
+    // The box's length limit holds for a paste as well.
+    box->clear();
+    QApplication::clipboard()->setText(QString(20, QLatin1Char('9')));
+    box->paste();
+    EXPECT_EQ(doc.dialTexts[5], QString(16, QLatin1Char('9')));
+}
+
+TEST_F(Pages, DocumentDialTextsShowWithoutMarkingTheData) {
+    for (int k = 0; k < zq::model::kDialCount; ++k)
+        doc.dialTexts[k] = zq::model::UpDateDialData(QStringLiteral("3%1").arg(k) + QStringLiteral("3A3F40"));
+    doc.notifyDialTexts();
+    for (int k = 0; k < zq::model::kDialCount; ++k)
+        EXPECT_EQ(dialBox(k)->text(), QString::number(k) + QStringLiteral("A#-")) << k;
+    EXPECT_FALSE(doc.DataChanged());
+
+    // An edit of one box leaves the others as loaded.
+    dialBox(2)->setFocus();
+    QTest::keyClick(dialBox(2), Qt::Key_End);
+    QTest::keyClicks(dialBox(2), "d");
+    EXPECT_EQ(doc.dialTexts[2], QStringLiteral("2A#-D"));
+    EXPECT_EQ(doc.dialTexts[7], QStringLiteral("7A#-"));
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    // The test list is also read at build time, where no display may exist.
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    ::testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
 }
