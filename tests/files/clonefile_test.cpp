@@ -135,11 +135,7 @@ struct BadFileCase {
 const BadFileCase kBadFiles[] = {
     {"Empty", cut(0), Open, 0},
     {"Binary",
-     splice(0, 419 * L,
-            QByteArray("\x7f"
-                       "ELF\x02\x01\x01\0\0\0\0\0\0\0\0\0\x03\0>\0\x01\0\0\0",
-                       24)
-                .repeated(50)),
+     splice(0, 419 * L, QByteArray::fromHex("7f454c4602010100000000000000000003003e0001000000").repeated(50)),
      Data, 0},
     {"HeaderOnly", cut(L), Open, 1},
     {"TruncatedAtLine100", cut(100 * L), Open, 100},
