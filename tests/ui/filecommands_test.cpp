@@ -8,12 +8,10 @@
 namespace zq::ui {
 namespace {
 
-using model::Outcome;
-
-const FileRequest kOpenClone{FileRequest::Kind::Open, CloneFileFilter()};
-const FileRequest kSaveClone{FileRequest::Kind::Save, CloneFileFilter()};
-const FileRequest kOpenCsv{FileRequest::Kind::Open, CsvFileFilter()};
-const FileRequest kSaveCsv{FileRequest::Kind::Save, CsvFileFilter()};
+const QString kCloneFilter = QStringLiteral("Korvex ZQ-318 Clone Files (*.318);;All Files (*.*)");
+const QString kCsvFilter = QStringLiteral("CSV Files (*.csv);;All Files (*.*)");
+const FileRequest kOpenClone{FileRequest::Kind::Open, kCloneFilter};
+const FileRequest kSaveClone{FileRequest::Kind::Save, kCloneFilter};
 
 class FileCommands : public test::WindowFixture {
 protected:
@@ -30,11 +28,6 @@ protected:
     }
     void trigger(const char* name) { find<QAction>(name)->trigger(); }
 };
-
-TEST_F(FileCommands, FiltersAreTheProgramsOwn) {
-    EXPECT_EQ(CloneFileFilter(), QStringLiteral("Korvex ZQ-318 Clone Files (*.318);;All Files (*.*)"));
-    EXPECT_EQ(CsvFileFilter(), QStringLiteral("CSV Files (*.csv);;All Files (*.*)"));
-}
 
 TEST_F(FileCommands, SaveAsksOnceThenWritesToTheSamePath) {
     editChannel(0, QStringLiteral("FIRST"));
@@ -65,13 +58,19 @@ TEST_F(FileCommands, SaveAsksOnceThenWritesToTheSamePath) {
     EXPECT_EQ(window->windowTitle(), QStringLiteral("other.318 - Korvex ZQ-318 Clone Utility"));
 }
 
-TEST_F(FileCommands, SaveFailureShowsFileOpenError) {
-    dialogs.answers = {path("no-such-folder/x.318")};
+TEST_F(FileCommands, UnwritableTargetShowsFileOpenError) {
     editChannel(0, QStringLiteral("X"));
-    trigger("mnuFileSaveAs");
-    ASSERT_EQ(boxes.shown.size(), 1);
-    EXPECT_EQ(boxes.shown[0], ErrorBox(QStringLiteral("File Open Error")));
-    EXPECT_TRUE(doc().DataChanged());
+    for (const char* command : {"mnuFileSaveAs", "mnuExport"}) {
+        boxes.shown.clear();
+        trigger(command); // cancelled: nothing happens
+        EXPECT_TRUE(boxes.shown.isEmpty()) << command;
+        dialogs.answers = {path("no-such-folder/x")};
+        trigger(command);
+        ASSERT_EQ(boxes.shown.size(), 1) << command;
+        EXPECT_EQ(boxes.shown[0], ErrorBox(QStringLiteral("File Open Error")));
+        EXPECT_TRUE(doc().DataChanged());
+    }
+    EXPECT_EQ(fatalSpy->count(), 0);
 }
 
 TEST_F(FileCommands, OpenLoadsAValidFileAndRejectsOthers) {
@@ -109,65 +108,64 @@ TEST_F(FileCommands, OpenLoadsAValidFileAndRejectsOthers) {
 
 struct PromptCase {
     const char* name;
+    bool changed;
     MessageAnswer answer;
     bool commandRuns;
     bool saves;
 };
 
-class UnsavedPrompt : public FileCommands, public ::testing::WithParamInterface<PromptCase> {};
+class UnsavedPrompt : public FileCommands, public ::testing::WithParamInterface<PromptCase> {
+protected:
+    void SetUp() override {
+        FileCommands::SetUp();
+        editChannel(3, QStringLiteral("KEEP"));
+        doc().setDataChanged(GetParam().changed);
+        boxes.answers = {GetParam().answer};
+        dialogs.answers = {path("prompted.318")};
+    }
+};
 
 TEST_P(UnsavedPrompt, NewAsksFirst) {
     const PromptCase& c = GetParam();
-    editChannel(3, QStringLiteral("KEEP"));
-    boxes.answers = {c.answer};
-    dialogs.answers = {path("prompted.318")};
     trigger("mnuFileNew");
-    ASSERT_EQ(boxes.shown.size(), 1);
-    EXPECT_EQ(boxes.shown[0],
-              (MessageRequest{QStringLiteral("Save changes to settings?"), QStringLiteral("Save Changes"),
-                              MessageButtons::YesNoCancel, MessageIcon::Question, MessageAnswer::Yes}));
+    ASSERT_EQ(boxes.shown.size(), c.changed ? 1 : 0);
+    if (c.changed) {
+        EXPECT_EQ(boxes.shown[0],
+                  (MessageRequest{QStringLiteral("Save changes to settings?"), QStringLiteral("Save Changes"),
+                                  MessageButtons::YesNoCancel, MessageIcon::Question, MessageAnswer::Yes}));
+    }
     EXPECT_EQ(QFile::exists(path("prompted.318")), c.saves);
     EXPECT_EQ(doc().memory.ChannelInUse(3), !c.commandRuns);
-    EXPECT_EQ(doc().DataChanged(), !c.commandRuns);
+    EXPECT_EQ(doc().DataChanged(), c.changed && !c.commandRuns);
     EXPECT_EQ(memoryCell(4, 14), c.commandRuns ? QString() : QStringLiteral("KEEP"));
     EXPECT_EQ(window->windowTitle(), model::AppTitle());
 }
 
-TEST_P(UnsavedPrompt, ExitAsksThenWritesThePortFile) {
+TEST_P(UnsavedPrompt, ExitAsksThenWritesThePortFileAndGeometry) {
     const PromptCase& c = GetParam();
     window->show();
     window->setPortNumber(7);
-    editChannel(3, QStringLiteral("KEEP"));
-    boxes.answers = {c.answer};
-    dialogs.answers = {path("prompted.318")};
     QSettings geometry(QCoreApplication::organizationName(), model::AppTitle());
     geometry.remove(QStringLiteral("Settings"));
     geometry.sync();
 
-    const bool closed = window->close();
-    EXPECT_EQ(closed, c.commandRuns);
+    EXPECT_EQ(window->close(), c.commandRuns);
+    EXPECT_EQ(boxes.shown.size(), c.changed ? 1 : 0);
     EXPECT_EQ(window->isVisible(), !c.commandRuns);
     EXPECT_EQ(QFile::exists(path("prompted.318")), c.saves);
     EXPECT_EQ(test::ReadFile(portFile()), c.commandRuns ? QByteArray("7\r\n") : QByteArray());
     geometry.sync();
     EXPECT_EQ(geometry.contains(QStringLiteral("Settings/MainWidth")), c.commandRuns);
-    if (!c.commandRuns) {
-        EXPECT_TRUE(doc().memory.ChannelInUse(3)); // data intact
-    }
+    EXPECT_TRUE(doc().memory.ChannelInUse(3));
 }
 
+using enum MessageAnswer;
 INSTANTIATE_TEST_SUITE_P(Answers, UnsavedPrompt,
-                         ::testing::Values(PromptCase{"Yes", MessageAnswer::Yes, true, true},
-                                           PromptCase{"No", MessageAnswer::No, true, false},
-                                           PromptCase{"Cancel", MessageAnswer::Cancel, false, false}),
+                         ::testing::Values(PromptCase{"Yes", true, Yes, true, true},
+                                           PromptCase{"No", true, No, true, false},
+                                           PromptCase{"Cancel", true, Cancel, false, false},
+                                           PromptCase{"Unchanged", false, Cancel, true, false}),
                          [](const auto& info) { return std::string(info.param.name); });
-
-TEST_F(FileCommands, ExitWithoutChangesDoesNotAsk) {
-    window->show();
-    EXPECT_TRUE(window->close());
-    EXPECT_TRUE(boxes.shown.isEmpty());
-    EXPECT_EQ(test::ReadFile(portFile()), QByteArray("1\r\n"));
-}
 
 TEST_F(FileCommands, UnwritablePortFileEndsTheProgramAtExit) {
     window->show();
@@ -185,7 +183,7 @@ TEST_F(FileCommands, ExportThenImportRoundTrip) {
     const QString csv = path("channels.csv");
     dialogs.answers = {csv};
     trigger("mnuExport");
-    EXPECT_EQ(dialogs.asked, QList<FileRequest>{kSaveCsv});
+    EXPECT_EQ(dialogs.asked, QList<FileRequest>({{FileRequest::Kind::Save, kCsvFilter}}));
     EXPECT_TRUE(test::ReadFile(csv).contains("\"SEVEN\""));
     EXPECT_EQ(window->windowTitle(), QStringLiteral("channels.csv - Korvex ZQ-318 Clone Utility"));
     EXPECT_EQ(doc().CurrentFilePath(), QStringLiteral("channels.csv"));
@@ -197,7 +195,7 @@ TEST_F(FileCommands, ExportThenImportRoundTrip) {
     doc().setDataChanged(true);
     dialogs.answers = {csv};
     trigger("mnuImport");
-    EXPECT_EQ(dialogs.asked.last(), kOpenCsv);
+    EXPECT_EQ(dialogs.asked.last(), (FileRequest{FileRequest::Kind::Open, kCsvFilter}));
     EXPECT_TRUE(boxes.shown.isEmpty()); // no prompt before an import
     EXPECT_EQ(memoryCell(8, 14), QStringLiteral("SEVEN"));
     EXPECT_EQ(memoryCell(8, 1), QStringLiteral("145.5000"));
@@ -206,16 +204,6 @@ TEST_F(FileCommands, ExportThenImportRoundTrip) {
     EXPECT_TRUE(doc().CurrentFilePath().isEmpty());
     EXPECT_FALSE(doc().DataChanged());
     EXPECT_EQ(specialCell(3, 3), QString()); // the RPT row's texts are emptied
-    EXPECT_EQ(fatalSpy->count(), 0);
-}
-
-TEST_F(FileCommands, ExportFailureAndCancel) {
-    trigger("mnuExport"); // cancelled
-    EXPECT_TRUE(boxes.shown.isEmpty());
-    dialogs.answers = {path("no-such-folder/x.csv")};
-    trigger("mnuExport");
-    ASSERT_EQ(boxes.shown.size(), 1);
-    EXPECT_EQ(boxes.shown[0], ErrorBox(QStringLiteral("File Open Error")));
     EXPECT_EQ(fatalSpy->count(), 0);
 }
 

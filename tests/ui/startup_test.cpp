@@ -12,8 +12,6 @@
 namespace zq::ui {
 namespace {
 
-using model::Outcome;
-
 TEST(StripCommandLineQuotes, DropsFirstAndLastCharacterOnlyAboveFiveCharacters) {
     const struct {
         const char* raw;
@@ -30,41 +28,45 @@ TEST(StripCommandLineQuotes, DropsFirstAndLastCharacterOnlyAboveFiveCharacters) 
         EXPECT_EQ(StripCommandLineQuotes(QString::fromUtf8(c.raw)), QString::fromUtf8(c.file)) << c.raw;
 }
 
-TEST(ParseProgramArguments, FileArgumentIsTakenAsItStands) {
-    const ProgramOptions plain =
-        ParseProgramArguments({QStringLiteral("zq318-utility"), QStringLiteral("/home/me/radio.318")});
-    ASSERT_TRUE(plain.ok);
-    EXPECT_EQ(plain.commandLineFile, QStringLiteral("/home/me/radio.318"));
-    EXPECT_TRUE(plain.portDevice.isEmpty());
-
-    const ProgramOptions withPort =
-        ParseProgramArguments({QStringLiteral("zq318-utility"), QStringLiteral("--port"),
-                               QStringLiteral("/dev/pts/7"), QStringLiteral("a.318")});
-    ASSERT_TRUE(withPort.ok);
-    EXPECT_EQ(withPort.portDevice, QStringLiteral("/dev/pts/7"));
-    EXPECT_EQ(withPort.commandLineFile, QStringLiteral("a.318"));
-
-    const ProgramOptions none = ParseProgramArguments({QStringLiteral("zq318-utility")});
-    ASSERT_TRUE(none.ok);
-    EXPECT_TRUE(none.commandLineFile.isEmpty());
+TEST(ParseProgramArguments, FileArgumentPortAndUsageErrors) {
+    const struct {
+        QStringList arguments;
+        const char* rawWindowsTail;
+        bool ok;
+        const char* file;
+        const char* port;
+    } cases[] = {
+        {{"/home/me/radio.318"}, "", true, "/home/me/radio.318", ""}, // taken as it stands
+        {{"--port", "/dev/pts/7", "a.318"}, "", true, "a.318", "/dev/pts/7"},
+        {{}, "", true, "", ""},
+        {{"x"}, "\"C:\\my.318\"", true, "C:\\my.318", ""}, // Windows: the quote rule
+        {{"--bogus"}, "", false, "", ""},
+        {{"a", "b"}, "", false, "", ""},
+    };
+    for (const auto& c : cases) {
+        const ProgramOptions options = ParseProgramArguments(
+            QStringList{QStringLiteral("zq318-utility")} + c.arguments, QString::fromUtf8(c.rawWindowsTail));
+        const std::string name = c.arguments.join(QLatin1Char(' ')).toStdString();
+        EXPECT_EQ(options.ok, c.ok) << name;
+        EXPECT_EQ(options.exitStatus, c.ok ? 0 : 2) << name;
+        if (!c.ok) continue;
+        EXPECT_EQ(options.commandLineFile, QString::fromUtf8(c.file)) << name;
+        EXPECT_EQ(options.portDevice, QString::fromUtf8(c.port)) << name;
+    }
 }
 
-TEST(ParseProgramArguments, RawWindowsCommandLineFollowsTheQuoteRule) {
-    const ProgramOptions options = ParseProgramArguments(
-        {QStringLiteral("zq318-utility.exe"), QStringLiteral("x")}, QStringLiteral("\"C:\\my.318\""));
-    ASSERT_TRUE(options.ok);
-    EXPECT_EQ(options.commandLineFile, QStringLiteral("C:\\my.318"));
-}
-
-TEST(ParseProgramArguments, UsageErrors) {
-    EXPECT_FALSE(ParseProgramArguments({QStringLiteral("zq318-utility"), QStringLiteral("--bogus")}).ok);
-    const ProgramOptions two =
-        ParseProgramArguments({QStringLiteral("zq318-utility"), QStringLiteral("a"), QStringLiteral("b")});
-    EXPECT_FALSE(two.ok);
-    EXPECT_EQ(two.exitStatus, 2);
-}
-
-class Startup : public test::WindowFixture {};
+class Startup : public test::WindowFixture {
+protected:
+    // The demonstration file with another header line and, if asked, a broken end line.
+    QString demoCopy(const char* name, const QString& header, bool breakEnd = false) {
+        QByteArray demo = test::ReadFile(test::ExamplePath("demo.318"));
+        EXPECT_FALSE(demo.isEmpty());
+        demo.replace(0, 32, header.toLatin1());
+        if (breakEnd) demo.replace(demo.size() - 34, 32, QByteArray(32, 'X'));
+        test::WriteFile(path(name), demo);
+        return path(name);
+    }
+};
 
 TEST_F(Startup, WithoutAFileShowsTheStartUpData) {
     ASSERT_TRUE(load().ok());
@@ -78,11 +80,9 @@ TEST_F(Startup, WithoutAFileShowsTheStartUpData) {
     EXPECT_EQ(specialCell(1, 1), doc().special.text(0, 0));
     EXPECT_FALSE(specialCell(1, 1).isEmpty());
     EXPECT_EQ(memoryCell(1, 1), QString()); // default channels are not in use
-    auto* tabs = find<QTabWidget>("TabStrip1");
-    EXPECT_EQ(tabs->currentIndex(), 0);
-    EXPECT_TRUE(find<QWidget>("Frame1_0")->isEnabled());
-    EXPECT_FALSE(find<QWidget>("Frame1_1")->isEnabled());
-    EXPECT_FALSE(find<QWidget>("Frame1_2")->isEnabled());
+    EXPECT_EQ(find<QTabWidget>("TabStrip1")->currentIndex(), 0);
+    for (const char* frame : {"Frame1_0", "Frame1_1", "Frame1_2"})
+        EXPECT_EQ(find<QWidget>(frame)->isEnabled(), frame == std::string("Frame1_0")) << frame;
     EXPECT_EQ(find<QWidget>("Frame1_3")->property("index").toInt(), 3);
 }
 
@@ -99,23 +99,29 @@ TEST_F(Startup, PortFileSetsThePortNumber) {
     EXPECT_EQ(fatalSpy->count(), 0);
 }
 
-TEST_F(Startup, EmptyPortFileEndsTheProgram) {
-    test::WriteFile(portFile(), QByteArray());
-    EXPECT_EQ(load().outcome, Outcome::Fatal);
-    ASSERT_EQ(boxes.shown.size(), 1);
-    EXPECT_EQ(boxes.shown[0].icon, MessageIcon::Critical);
-    EXPECT_EQ(boxes.shown[0].title, model::AppTitle());
-    EXPECT_EQ(fatalSpy->count(), 1);
-    EXPECT_EQ(fatalSpy->at(0).at(0).toInt(), 1);
+TEST_F(Startup, EmptyPortFileOrMissingOrShortFileEndsTheProgram) {
+    test::WriteFile(path("short.318"), test::ReadFile(test::ExamplePath("demo.318")).left(34 * 100));
+    const struct {
+        QByteArray portFile;
+        const char* file;
+    } cases[] = {{"", ""}, {"1\r\n", "missing.318"}, {"1\r\n", "short.318"}};
+    int fatals = 0;
+    for (const auto& c : cases) {
+        boxes.shown.clear();
+        test::WriteFile(portFile(), c.portFile);
+        EXPECT_EQ(load(*c.file ? path(c.file) : QString()).outcome, model::Outcome::Fatal) << c.file;
+        ASSERT_EQ(boxes.shown.size(), 1) << c.file;
+        EXPECT_EQ(boxes.shown[0].icon, MessageIcon::Critical);
+        EXPECT_EQ(boxes.shown[0].title, model::AppTitle());
+        EXPECT_FALSE(boxes.shown[0].text.isEmpty());
+        ASSERT_EQ(fatalSpy->count(), ++fatals);
+        EXPECT_EQ(fatalSpy->last().at(0).toInt(), 1);
+    }
     EXPECT_TRUE(window->fatalErrorShown());
 }
 
 TEST_F(Startup, CommandLineFileIsLoadedWithItsVariant) {
-    QByteArray demo = test::ReadFile(test::ExamplePath("demo.318"));
-    ASSERT_FALSE(demo.isEmpty());
-    demo.replace(0, 32, model::HeaderLine(1, true).toLatin1());
-    const QString file = path("mydata.318");
-    test::WriteFile(file, demo);
+    const QString file = demoCopy("mydata.318", model::HeaderLine(1, true));
     ASSERT_TRUE(load(file).ok());
     EXPECT_TRUE(boxes.shown.isEmpty());
     EXPECT_EQ(window->windowTitle(), QStringLiteral("mydata.318 - Korvex ZQ-318 Clone Utility"));
@@ -133,12 +139,7 @@ TEST_F(Startup, CommandLineFileIsLoadedWithItsVariant) {
 }
 
 TEST_F(Startup, RejectedFileShowsDataErrorAndGoesOn) {
-    QByteArray demo = test::ReadFile(test::ExamplePath("demo.318"));
-    demo.replace(0, 32, model::HeaderLine(2, false).toLatin1());
-    demo.replace(demo.size() - 34, 32, QByteArray(32, 'X')); // the end line
-    const QString file = path("bad.318");
-    test::WriteFile(file, demo);
-    ASSERT_TRUE(load(file).ok());
+    ASSERT_TRUE(load(demoCopy("bad.318", model::HeaderLine(2, false), true)).ok());
     ASSERT_EQ(boxes.shown.size(), 1);
     EXPECT_EQ(boxes.shown[0], (MessageRequest{QStringLiteral("Data Error"), QStringLiteral("ERROR"),
                                               MessageButtons::Ok, MessageIcon::Critical, MessageAnswer::Ok}));
@@ -148,51 +149,37 @@ TEST_F(Startup, RejectedFileShowsDataErrorAndGoesOn) {
     EXPECT_EQ(fatalSpy->count(), 0);
 }
 
-TEST_F(Startup, MissingOrShortFileEndsTheProgram) {
-    QByteArray shortFile = test::ReadFile(test::ExamplePath("demo.318")).left(34 * 100);
-    test::WriteFile(path("short.318"), shortFile);
-    for (const QString& file : {path("missing.318"), path("short.318")}) {
-        boxes.shown.clear();
-        EXPECT_EQ(load(file).outcome, Outcome::Fatal) << file.toStdString();
-        ASSERT_EQ(boxes.shown.size(), 1);
-        EXPECT_EQ(boxes.shown[0].icon, MessageIcon::Critical);
-        EXPECT_FALSE(boxes.shown[0].text.isEmpty());
-    }
-    EXPECT_EQ(fatalSpy->count(), 2);
-}
-
 TEST(ProgramStart, SplashStaysTwoSecondsThenTheWindowShows) {
     QTemporaryDir temp;
     ScriptedMessageBoxes boxes;
     ScriptedFileDialogs dialogs;
-    const StringTable strings;
+    const StringTable strings; // the window keeps a reference
     Program program(boxes, dialogs, strings);
+    const auto splashVisible = [] {
+        for (QWidget* top : QApplication::topLevelWidgets())
+            if (top->objectName() == QLatin1String("frmSplash") && top->isVisible()) return true;
+        return false;
+    };
     bool splashSeen = false, windowHiddenMeanwhile = true;
     QTimer probe;
     QObject::connect(&probe, &QTimer::timeout, [&] {
-        for (QWidget* top : QApplication::topLevelWidgets())
-            if (top->objectName() == QLatin1String("frmSplash") && top->isVisible()) splashSeen = true;
-        if (program.window().isVisible()) windowHiddenMeanwhile = false;
+        splashSeen = splashSeen || splashVisible();
+        windowHiddenMeanwhile = windowHiddenMeanwhile && !program.window().isVisible();
     });
     probe.start(100);
     QElapsedTimer clock;
     clock.start();
-    const auto started =
-        program.start(ProgramOptions{}, LoadOptions{{}, temp.filePath(QStringLiteral("p.ini")), 2000});
+    ASSERT_TRUE(program.start({}, LoadOptions{{}, temp.filePath(QStringLiteral("p.ini")), 2000}).ok());
     probe.stop();
-    ASSERT_TRUE(started.ok());
     EXPECT_GE(clock.elapsed(), 2000);
     EXPECT_GE(program.msToShownWindow(), 2000);
     EXPECT_TRUE(splashSeen);
     EXPECT_TRUE(windowHiddenMeanwhile);
     EXPECT_TRUE(program.window().isVisible());
+    EXPECT_FALSE(splashVisible());
     auto* modify = program.window().findChild<QDialog*>(QStringLiteral("dlgModify"));
     ASSERT_NE(modify, nullptr); // loaded, hidden, ready for the grids
     EXPECT_FALSE(modify->isVisible());
-    for (QWidget* top : QApplication::topLevelWidgets())
-        if (top->objectName() == QLatin1String("frmSplash")) {
-            EXPECT_FALSE(top->isVisible());
-        }
     program.window().hide();
 }
 

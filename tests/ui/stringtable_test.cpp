@@ -16,57 +16,38 @@
 namespace zq::ui {
 namespace {
 
-struct Lookup {
-    Language language;
-    int id;
-    const char* expected; // nullptr: no such string
-};
+using enum Language;
 
-class StringTableLookup : public ::testing::TestWithParam<Lookup> {};
+TEST(StringTable, LookupsAndMissingIds) {
+    // "id=text", or the id alone where the table has no such string.
+    const std::pair<Language, const char*> cases[] = {
+        {English, "1100=Status Bar(&S)|1207=ALL(&A)|1015|1030|20|21"},
+        {Japanese, "1015=目次(&C)|1043=完了|1044|20"}};
+    for (const auto& [language, lookups] : cases)
+        for (const QString& lookup : QString::fromUtf8(lookups).split(QLatin1Char('|'))) {
+            const QStringList parts = lookup.split(QLatin1Char('='));
+            EXPECT_EQ(StringTable(language).text(parts[0].toInt()).value_or(QStringLiteral("<none>")),
+                      parts.size() > 1 ? parts[1] : QStringLiteral("<none>"))
+                << lookup.toStdString();
+        }
 
-TEST_P(StringTableLookup, FindsTheStringOfItsLanguage) {
-    const Lookup& c = GetParam();
-    const auto text = StringTable(c.language).text(c.id);
-    if (!c.expected) {
-        EXPECT_FALSE(text.has_value());
-        return;
-    }
-    ASSERT_TRUE(text.has_value());
-    EXPECT_EQ(*text, QString::fromUtf8(c.expected));
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Ids, StringTableLookup,
-    ::testing::Values(Lookup{Language::English, 1000, "File(&F)"},
-                      Lookup{Language::English, 1007, "Exit(&X)..."},
-                      Lookup{Language::English, 1100, "Status Bar(&S)"},
-                      Lookup{Language::English, 1207, "ALL(&A)"}, Lookup{Language::English, 1200, "Status"},
-                      Lookup{Language::English, 1015, nullptr}, Lookup{Language::English, 1030, nullptr},
-                      Lookup{Language::English, 20, nullptr}, Lookup{Language::English, 21, nullptr},
-                      Lookup{Language::Japanese, 1000, "ファイル(&F)"},
-                      Lookup{Language::Japanese, 1013, "COMポート設定(&C)"},
-                      Lookup{Language::Japanese, 1015, "目次(&C)"}, Lookup{Language::Japanese, 1043, "完了"},
-                      Lookup{Language::Japanese, 1044, nullptr}, Lookup{Language::Japanese, 20, nullptr}));
-
-TEST(StringTableLanguage, JapaneseOnlyForAJapaneseLocale) {
-    EXPECT_EQ(StringTable::LanguageFor(QLocale(QStringLiteral("ja_JP"))), Language::Japanese);
-    EXPECT_EQ(StringTable::LanguageFor(QLocale(QStringLiteral("en_US"))), Language::English);
-    EXPECT_EQ(StringTable::LanguageFor(QLocale(QStringLiteral("de_DE"))), Language::English);
-    EXPECT_EQ(StringTable::LanguageFor(QLocale::c()), Language::English);
-}
-
-TEST(StringTableLanguage, EveryEnglishIdHasAJapaneseString) {
-    const StringTable english(Language::English), japanese(Language::Japanese);
+    const StringTable english(English), japanese(Japanese);
     for (int id = 0; id < 2000; ++id)
         if (english.text(id)) {
             EXPECT_TRUE(japanese.text(id).has_value()) << id;
         }
 }
 
-// A small window with one control of each kind.
+TEST(StringTable, JapaneseOnlyForAJapaneseLocale) {
+    EXPECT_EQ(StringTable::LanguageFor(QLocale(QStringLiteral("ja_JP"))), Japanese);
+    for (const QLocale& locale :
+         {QLocale(QStringLiteral("en_US")), QLocale(QStringLiteral("de_DE")), QLocale::c()})
+        EXPECT_EQ(StringTable::LanguageFor(locale), English) << locale.name().toStdString();
+}
+
+// A small window with one control of each kind; the captions are ids or tags.
 struct Form {
     QMainWindow window;
-    QAction* menuEntry;
     QAction* missingEntry;
     QLabel* label;
     QLabel* untaggedLabel;
@@ -79,10 +60,7 @@ struct Form {
         window.setProperty("tag", QStringLiteral("1010"));
         QMenu* menu = window.menuBar()->addMenu(QStringLiteral("1000"));
         menu->menuAction()->setObjectName(QStringLiteral("mnuFile"));
-        menuEntry = menu->addAction(QStringLiteral("1001"));
-        menuEntry->setObjectName(QStringLiteral("mnuFileNew"));
         missingEntry = menu->addAction(QStringLiteral("1999"));
-        missingEntry->setObjectName(QStringLiteral("mnuMissing"));
         auto* central = new QWidget(&window);
         window.setCentralWidget(central);
         label = new QLabel(QStringLiteral("design"), central);
@@ -100,96 +78,81 @@ struct Form {
         tabs->tabBar()->setTabData(0, QStringLiteral("1203"));
         tabs->setTabToolTip(0, QStringLiteral("1204"));
         tabs->addTab(new QWidget, QStringLiteral("second")); // no tag
-        QToolBar* bar = window.addToolBar(QStringLiteral("bar"));
-        toolButton = bar->addAction(QStringLiteral("key"));
+        toolButton = window.addToolBar(QStringLiteral("bar"))->addAction(QStringLiteral("key"));
         toolButton->setToolTip(QStringLiteral("1021"));
     }
 };
 
-TEST(LocaliseForm, EnglishCaptionsTooltipsAndMissingIds) {
-    Form form;
-    LocaliseForm(&form.window, StringTable(Language::English));
-    EXPECT_EQ(form.window.windowTitle(), QStringLiteral("View(&V)"));
-    EXPECT_EQ(form.window.findChild<QAction*>(QStringLiteral("mnuFile"))->text(), QStringLiteral("File(&F)"));
-    EXPECT_EQ(form.menuEntry->text(), QStringLiteral("New(&N)"));
-    EXPECT_EQ(form.missingEntry->text(), QStringLiteral("1999")); // the id number stays
-    EXPECT_EQ(form.label->text(), QStringLiteral("Status"));
-    EXPECT_EQ(form.untaggedLabel->text(), QStringLiteral("kept"));
-    EXPECT_EQ(form.textBox->text(), QStringLiteral("typed"));
-    EXPECT_EQ(form.textBox->toolTip(), QStringLiteral("1017")); // text boxes are left alone
-    EXPECT_EQ(form.button->text(), QStringLiteral("Open"));
-    EXPECT_EQ(form.button->toolTip(), QStringLiteral("Save"));
-    EXPECT_EQ(form.tabs->tabText(0), QStringLiteral("Read(&R)"));
-    EXPECT_EQ(form.tabs->tabToolTip(0), QStringLiteral("Write(&W)"));
-    EXPECT_EQ(form.tabs->tabText(1), QStringLiteral("second"));
-    EXPECT_EQ(form.toolButton->toolTip(), QStringLiteral("Help"));
+TEST(LocaliseForm, CaptionsTooltipsAndMissingIds) {
+    for (Language language : {Japanese, English}) {
+        Form form;
+        LocaliseForm(&form.window, StringTable(language));
+        EXPECT_EQ(form.missingEntry->text(), QStringLiteral("1999")); // the id number stays
+        if (language == Japanese) {
+            EXPECT_EQ(form.label->text(), QString::fromUtf8("状態"));
+            continue;
+        }
+        EXPECT_EQ(form.window.windowTitle(), QStringLiteral("View(&V)"));
+        EXPECT_EQ(form.window.findChild<QAction*>(QStringLiteral("mnuFile"))->text(),
+                  QStringLiteral("File(&F)"));
+        EXPECT_EQ(form.label->text(), QStringLiteral("Status"));
+        EXPECT_EQ(form.untaggedLabel->text(), QStringLiteral("kept"));
+        EXPECT_EQ(form.textBox->text(), QStringLiteral("typed"));
+        EXPECT_EQ(form.textBox->toolTip(), QStringLiteral("1017")); // text boxes are left alone
+        EXPECT_EQ(form.button->text(), QStringLiteral("Open"));
+        EXPECT_EQ(form.button->toolTip(), QStringLiteral("Save"));
+        EXPECT_EQ(form.tabs->tabText(0), QStringLiteral("Read(&R)"));
+        EXPECT_EQ(form.tabs->tabToolTip(0), QStringLiteral("Write(&W)"));
+        EXPECT_EQ(form.tabs->tabText(1), QStringLiteral("second"));
+        EXPECT_EQ(form.toolButton->toolTip(), QStringLiteral("Help"));
+    }
 }
 
-TEST(LocaliseForm, JapaneseCaptions) {
-    Form form;
-    LocaliseForm(&form.window, StringTable(Language::Japanese));
-    EXPECT_EQ(form.menuEntry->text(), QString::fromUtf8("新規作成(&N)"));
-    EXPECT_EQ(form.label->text(), QString::fromUtf8("状態"));
-    EXPECT_EQ(form.toolButton->toolTip(), QString::fromUtf8("ヘルプ"));
-    EXPECT_EQ(form.missingEntry->text(), QStringLiteral("1999"));
-}
+// "name=caption" of menus, the first toolbar button's tooltip and the status panel, '|' between.
+const char* const kEnglishCaptions =
+    "mnuFile=File(&F)|mnuFileNew=New(&N)|mnuFileSaveAs=Save As(&A)...|mnuExport=Export(&E)...|"
+    "mnuFilePrint=Print(&P)...|mnuFilePageSetup=Print Setup(&U)...|mnuFileExit=Exit(&X)...|mnuEdit=Edit(&E)|"
+    "mnuView=View(&V)|mnuViewToolbar=Tool Bar(&T)|mnuTools=Tool(&T)|mnuRe=Read(&R)|mnuReMem=Memory(&M)|"
+    "mnuWr=Write(&W)|mnuHelp=Help(&H)|tbToolBar_Button1=New|sbStatusBar_Panel1=Status";
+const char* const kJapaneseCaptions =
+    "mnuFile=ファイル(&F)|mnuFileNew=新規作成(&N)|mnuFileOpen=開く(&O)...|mnuImport=インポート(&I)...|"
+    "mnuEditUndo=変更(&M)|mnuStatusBar=ステータス バー(&S)|mnuReAll=全て(&A)|mnuWrSet=設定(&S)|"
+    "mnuToolsOptions=COMポート設定(&C)|mnuHelpAbout=バージョン情報(&A)|tbToolBar_Button1=新規作成|"
+    "sbStatusBar_Panel1=状態";
 
-class JapaneseWindow : public test::WindowFixture {
+template <Language L> class LocalisedWindow : public test::WindowFixture {
 protected:
-    JapaneseWindow() : WindowFixture(Language::Japanese) {}
+    LocalisedWindow() : WindowFixture(L) {}
+    void SetUp() override {
+        WindowFixture::SetUp();
+        ASSERT_TRUE(load().ok());
+    }
+    void expectCaptions(const char* captions) {
+        for (const QString& entry : QString::fromUtf8(captions).split(QLatin1Char('|'))) {
+            const QStringList parts = entry.split(QLatin1Char('='));
+            const QByteArray name = parts[0].toLatin1();
+            const QString shown = name.startsWith("sb")   ? find<QLabel>(name.constData())->text()
+                                  : name.startsWith("tb") ? find<QAction>(name.constData())->toolTip()
+                                                          : find<QAction>(name.constData())->text();
+            EXPECT_EQ(shown, parts[1]);
+        }
+        EXPECT_EQ(window->windowTitle(), model::AppTitle());
+    }
 };
+using JapaneseWindow = LocalisedWindow<Japanese>;
+using EnglishWindow = LocalisedWindow<English>;
 
 TEST_F(JapaneseWindow, MenusToolbarAndStatusBarSpeakJapanese) {
-    ASSERT_TRUE(load().ok());
-    const struct {
-        const char* name;
-        const char* caption;
-    } menus[] = {{"mnuFile", "ファイル(&F)"},
-                 {"mnuFileOpen", "開く(&O)..."},
-                 {"mnuImport", "インポート(&I)..."},
-                 {"mnuEditUndo", "変更(&M)"},
-                 {"mnuStatusBar", "ステータス バー(&S)"},
-                 {"mnuReAll", "全て(&A)"},
-                 {"mnuWrSet", "設定(&S)"},
-                 {"mnuToolsOptions", "COMポート設定(&C)"},
-                 {"mnuHelpAbout", "バージョン情報(&A)"}};
-    for (const auto& menu : menus)
-        EXPECT_EQ(find<QAction>(menu.name)->text(), QString::fromUtf8(menu.caption)) << menu.name;
-    EXPECT_EQ(find<QAction>("tbToolBar_Button1")->toolTip(), QString::fromUtf8("新規作成"));
-    EXPECT_EQ(find<QLabel>("sbStatusBar_Panel1")->text(), QString::fromUtf8("状態"));
-    EXPECT_EQ(window->windowTitle(), model::AppTitle());
+    expectCaptions(kJapaneseCaptions);
 }
 
-class EnglishWindow : public test::WindowFixture {};
-
-TEST_F(EnglishWindow, MenuCaptionsAndSeparators) {
-    ASSERT_TRUE(load().ok());
-    const struct {
-        const char* name;
-        const char* caption;
-    } menus[] = {{"mnuFile", "File(&F)"},
-                 {"mnuFileNew", "New(&N)"},
-                 {"mnuFileSaveAs", "Save As(&A)..."},
-                 {"mnuExport", "Export(&E)..."},
-                 {"mnuFilePageSetup", "Print Setup(&U)..."},
-                 {"mnuFilePrint", "Print(&P)..."},
-                 {"mnuFileExit", "Exit(&X)..."},
-                 {"mnuEdit", "Edit(&E)"},
-                 {"mnuView", "View(&V)"},
-                 {"mnuViewToolbar", "Tool Bar(&T)"},
-                 {"mnuTools", "Tool(&T)"},
-                 {"mnuRe", "Read(&R)"},
-                 {"mnuReMem", "Memory(&M)"},
-                 {"mnuWr", "Write(&W)"},
-                 {"mnuHelp", "Help(&H)"}};
-    for (const auto& menu : menus)
-        EXPECT_EQ(find<QAction>(menu.name)->text(), QString::fromUtf8(menu.caption)) << menu.name;
+TEST_F(EnglishWindow, MenusToolbarAndStatusBarAndSeparators) {
+    expectCaptions(kEnglishCaptions);
     for (const char* bar : {"mnuFileBar0", "mnuFileBar1", "mnuFileBar2"})
         EXPECT_TRUE(find<QAction>(bar)->isSeparator()) << bar;
 }
 
 TEST_F(EnglishWindow, ViewTogglesShowAndHideToolbarAndStatusBar) {
-    ASSERT_TRUE(load().ok());
     window->show();
     auto* toolbar = find<QToolBar>("tbToolBar");
     auto* status = find<QStatusBar>("sbStatusBar");
@@ -207,19 +170,13 @@ TEST_F(EnglishWindow, ViewTogglesShowAndHideToolbarAndStatusBar) {
     EXPECT_TRUE(toggleToolbar->isChecked() && toggleStatus->isChecked());
 }
 
-} // namespace
-} // namespace zq::ui
-
-namespace zq::ui {
-namespace {
-
-// Run by ctest a second time with LANG=ja_JP.UTF-8 (ui.JapaneseUserLocale): the user's language
-// picks the table, and the main window's menus follow it.
+// Run by ctest once more per language with LANG set (ui.UserLocale_ja, ui.UserLocale_en): the user's
+// language picks the table, and the main window's menus follow it.
 TEST(UserLocale, LanguageFollowsTheEnvironment) {
     const QByteArray expected = qgetenv("ZQ_EXPECT_LANGUAGE");
     if (expected.isEmpty()) GTEST_SKIP() << "run through ctest with ZQ_EXPECT_LANGUAGE";
     const StringTable strings = StringTable::ForUser();
-    EXPECT_EQ(strings.language(), expected == "ja" ? Language::Japanese : Language::English);
+    EXPECT_EQ(strings.language(), expected == "ja" ? Japanese : English);
     ScriptedMessageBoxes boxes;
     ScriptedFileDialogs dialogs;
     QTemporaryDir temp;

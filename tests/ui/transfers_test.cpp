@@ -1,7 +1,7 @@
 // The window's transfer buttons, menus and port dialog against a virtual radio on a pseudo-terminal.
-#include "radio/virtualradio.h"
 #include "link/seriallink.h"
 #include "model/tables.h"
+#include "radio/virtualradio.h"
 #include "ui/settingspages.h"
 #include "ui/transfercontroller.h"
 #include "windowfixture.h"
@@ -74,8 +74,8 @@ TEST_F(WindowTransfers, AutoSelectPicksTheRadiosVariantAndCloneCode) {
 }
 
 TEST_F(WindowTransfers, ReadSettingsFillsThePagesAndTheDialBoxes) {
-    ASSERT_TRUE(radio.setBlockHex(0x00E0, QStringLiteral("A50000010C0C030000000000000000")
-                                              + QStringLiteral("00")));
+    ASSERT_TRUE(
+        radio.setBlockHex(0x00E0, QStringLiteral("A50000010C0C030000000000000000") + QStringLiteral("00")));
     ASSERT_TRUE(radio.setBlockHex(0x1F30, QStringLiteral("3132333F000000000000000000000000")));
     click("cmbRxData2"); // the second button only calls the first one's handler
     EXPECT_TRUE(boxes.shown.isEmpty());
@@ -122,9 +122,10 @@ TEST_F(WindowTransfers, SilentRadioGivesCommunicationError) {
 TEST_F(WindowTransfers, WindowStaysOpenWhileATransferRuns) {
     window->show();
     bool closedDuring = false;
-    QObject::connect(&radio, &radio::VirtualRadio::commandReceived, window.get(), [&](const QString& command) {
-        if (command == QStringLiteral("KV~F0100R")) closedDuring = window->close();
-    });
+    QObject::connect(&radio, &radio::VirtualRadio::commandReceived, window.get(),
+                     [&](const QString& command) {
+                         if (command == QStringLiteral("KV~F0100R")) closedDuring = window->close();
+                     });
     click("cmbRxData1");
     EXPECT_FALSE(closedDuring);
     EXPECT_TRUE(window->isVisible());

@@ -15,13 +15,13 @@ namespace zq::ui::test {
 
 class RecordingEditor : public ChannelEditor {
 public:
-    void openMemoryChannel(int editIndex) override { opened.append({true, editIndex}); }
-    void openSpecialRow(int editIndex) override { opened.append({false, editIndex}); }
     struct Opening {
         bool memory;
         int index;
         bool operator==(const Opening&) const = default;
     };
+    void openMemoryChannel(int editIndex) override { opened.append({true, editIndex}); }
+    void openSpecialRow(int editIndex) override { opened.append({false, editIndex}); }
     QList<Opening> opened;
 };
 
@@ -37,8 +37,7 @@ inline void WriteFile(const QString& path, const QByteArray& bytes) {
 
 inline QByteArray ReadFile(const QString& path) {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) return {};
-    return file.readAll();
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 class WindowFixture : public ::testing::Test {
@@ -51,10 +50,7 @@ protected:
         window->setChannelEditor(&editor);
         fatalSpy = std::make_unique<QSignalSpy>(window.get(), &MainWindow::fatalError);
     }
-    void TearDown() override {
-        // Leave without prompting or writing files of the tests' own.
-        window->document().setDataChanged(false);
-    }
+    void TearDown() override { window->document().setDataChanged(false); } // no prompt on the way out
 
     model::Result load(const QString& file = QString()) {
         return window->load(LoadOptions{file, portFile(), 0});
@@ -67,13 +63,15 @@ protected:
         EXPECT_NE(found, nullptr) << name;
         return found;
     }
+    // Grid rows and columns count from 1, as the window numbers them.
+    static QString cell(const QTableView* grid, int gridRow, int gridColumn) {
+        return grid->model()->index(gridRow - 1, gridColumn - 1).data().toString();
+    }
     QString memoryCell(int gridRow, int gridColumn) {
-        const QAbstractItemModel* model = window->memoryGrid()->model();
-        return model->index(gridRow - 1, gridColumn - 1).data().toString();
+        return cell(window->memoryGrid(), gridRow, gridColumn);
     }
     QString specialCell(int gridRow, int gridColumn) {
-        const QAbstractItemModel* model = window->specialGrid()->model();
-        return model->index(gridRow - 1, gridColumn - 1).data().toString();
+        return cell(window->specialGrid(), gridRow, gridColumn);
     }
 
     QTemporaryDir temp;
