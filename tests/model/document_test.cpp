@@ -21,12 +21,6 @@ TEST(Document, StartupData) {
     EXPECT_EQ(document.special.text(kVfoRow, ColStep), QStringLiteral("5KHz"));
 }
 
-TEST(Document, CaptionUsesTheBareFileName) {
-    Document document;
-    document.setCurrentFilePath(QStringLiteral("/home/me/radios/mydata.318"));
-    EXPECT_EQ(document.windowCaption(), QStringLiteral("mydata.318 - Korvex ZQ-318 Clone Utility"));
-}
-
 TEST(Document, SignalsOnlyOnChange) {
     Document document;
     QSignalSpy changed(&document, &Document::dataChangedFlagChanged);

@@ -22,11 +22,7 @@ TEST(Numeric, HexValueReadsLeadingDigitsOnly) {
 }
 
 TEST(Numeric, FixedFormats) {
-    struct Case {
-        double value;
-        const char *zeroPadded, *noLeading, *oneLeading;
-    };
-    const Case cases[] = {
+    const std::tuple<double, const char*, const char*, const char*> cases[] = {
         {145.0, "0145.0000", "145.0000", "145.0000"},
         {0.5, "0000.5000", ".5000", "0.5000"},
         {0.6, "0000.6000", ".6000", "0.6000"},
@@ -35,17 +31,16 @@ TEST(Numeric, FixedFormats) {
         {0.0, "0000.0000", ".0000", "0.0000"},
         {12.34567, "0012.3457", "12.3457", "12.3457"},
     };
-    for (const Case& c : cases) {
-        EXPECT_EQ(FormatZeroPadded(c.value), QLatin1String(c.zeroPadded));
-        EXPECT_EQ(FormatNoLeadingZero(c.value), QLatin1String(c.noLeading));
-        EXPECT_EQ(FormatOneLeadingZero(c.value), QLatin1String(c.oneLeading));
+    for (const auto& [value, zeroPadded, noLeading, oneLeading] : cases) {
+        EXPECT_EQ(FormatZeroPadded(value), QLatin1String(zeroPadded));
+        EXPECT_EQ(FormatNoLeadingZero(value), QLatin1String(noLeading));
+        EXPECT_EQ(FormatOneLeadingZero(value), QLatin1String(oneLeading));
     }
 }
 
 TEST(Numeric, HexByteIsAlwaysTwoDigits) {
-    EXPECT_EQ(HexByte(5), QStringLiteral("05"));
-    EXPECT_EQ(HexByte(200), QStringLiteral("C8"));
-    EXPECT_EQ(HexByte(12), QStringLiteral("0C"));
-    EXPECT_EQ(HexByte(300), QStringLiteral("2C"));
-    EXPECT_EQ(HexByte(-1), QStringLiteral("FF"));
+    const std::pair<double, const char*> cases[] = {
+        {5, "05"}, {200, "C8"}, {12, "0C"}, {300, "2C"}, {-1, "FF"}};
+    for (const auto& [value, text] : cases)
+        EXPECT_EQ(HexByte(value), QLatin1String(text)) << value;
 }

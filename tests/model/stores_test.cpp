@@ -56,16 +56,3 @@ TEST(Stores, SpecialDefaultsAndTheRepeaterRow) {
         EXPECT_EQ(special.text(kRptRow, ColTxTone), QStringLiteral("88.5Hz"));
     }
 }
-
-TEST(Stores, ClearStoresKeepsTheTemplateRow) {
-    MemoryTable memory;
-    SpecialTable special;
-    LoadMemoryDefaults(memory, VariantT);
-    LoadSpecialDefaults(special, VariantT);
-    memory.setChannelInUse(5, true);
-    ClearStores(memory, special);
-    EXPECT_FALSE(memory.ChannelInUse(5));
-    EXPECT_EQ(memory.cell(199, ColFrequency), Cell{});
-    EXPECT_EQ(memory.text(kTemplateRow, ColFrequency), QStringLiteral("145.0000"));
-    EXPECT_EQ(special.cell(kVfoRow, ColTxTone), Cell{});
-}
