@@ -1,9 +1,9 @@
 #include "files/preferences.h"
 #include "model/tables.h"
+#include "sampledata.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
 #include <QSettings>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -19,46 +19,36 @@ struct PortCase {
     const char* fileName; // nullptr: no file
     QByteArray contents;
     int port;
-    Outcome outcome;
+    Outcome outcome = Outcome::Done;
 };
 
 const PortCase kPortCases[] = {
-    {"Missing", nullptr, "", 1, Outcome::Done},
-    {"Three", "ZQ-318.ini", "3\r\n", 3, Outcome::Done},
-    {"Fourteen", "ZQ-318.ini", "14\r\n", 14, Outcome::Done},
-    {"Fifteen", "ZQ-318.ini", "15\r\n", 1, Outcome::Done},
-    {"Zero", "ZQ-318.ini", "0\r\n", 1, Outcome::Done},
-    {"Negative", "ZQ-318.ini", "-3\r\n", 1, Outcome::Done},
-    {"NoLineEnd", "ZQ-318.ini", "7", 7, Outcome::Done},
-    {"BlanksAround", "ZQ-318.ini", "  9  \r\n", 9, Outcome::Done},
-    {"OnlyTheFirstLine", "ZQ-318.ini", "5\r\n8\r\n", 5, Outcome::Done},
-    {"NonNumeric", "ZQ-318.ini", "COM3\r\n", 1, Outcome::Done},
-    {"BinaryGarbage", "ZQ-318.ini", QByteArray("\0\xff\x01", 3), 1, Outcome::Done},
-    {"EmptyFirstLine", "ZQ-318.ini", "\r\n4\r\n", 1, Outcome::Done},
-    {"OtherLetterCase", "zq-318.INI", "4\r\n", 1, Outcome::Done},
+    {"Missing", nullptr, "", 1},
+    {"Three", "ZQ-318.ini", "3\r\n", 3},
+    {"Fourteen", "ZQ-318.ini", "14\r\n", 14},
+    {"Fifteen", "ZQ-318.ini", "15\r\n", 1},
+    {"Zero", "ZQ-318.ini", "0\r\n", 1},
+    {"Negative", "ZQ-318.ini", "-3\r\n", 1},
+    {"NoLineEnd", "ZQ-318.ini", "7", 7},
+    {"BlanksAround", "ZQ-318.ini", "  9  \r\n", 9},
+    {"OnlyTheFirstLine", "ZQ-318.ini", "5\r\n8\r\n", 5},
+    {"NonNumeric", "ZQ-318.ini", "COM3\r\n", 1},
+    {"BinaryGarbage", "ZQ-318.ini", QByteArray("\0\xff\x01", 3), 1},
+    {"EmptyFirstLine", "ZQ-318.ini", "\r\n4\r\n", 1},
+    {"OtherLetterCase", "zq-318.INI", "4\r\n", 1},
     {"Empty", "ZQ-318.ini", "", 1, Outcome::Fatal},
 };
-
-void PrintTo(const PortCase& c, std::ostream* os) {
-    *os << c.name;
-}
 
 class PortFile : public ::testing::TestWithParam<PortCase> {};
 
 TEST_P(PortFile, GivesThePortOrOne) {
     const PortCase& c = GetParam();
     QTemporaryDir dir;
-    if (c.fileName) {
-        QFile file(dir.filePath(QLatin1String(c.fileName)));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(c.contents);
-    }
+    ASSERT_TRUE(!c.fileName || testdata::WriteFile(dir.filePath(QLatin1String(c.fileName)), c.contents));
     const files::PortSetting setting = files::LoadPortSetting(dir.filePath(files::PortFileName()));
     EXPECT_EQ(setting.port, c.port);
     EXPECT_EQ(setting.result.outcome, c.outcome);
-    if (c.outcome == Outcome::Fatal) {
-        EXPECT_FALSE(setting.result.message().isEmpty());
-    }
+    EXPECT_TRUE(c.outcome != Outcome::Fatal || !setting.result.message().isEmpty());
 }
 
 INSTANTIATE_TEST_SUITE_P(Cases, PortFile, ::testing::ValuesIn(kPortCases),
@@ -67,15 +57,11 @@ INSTANTIATE_TEST_SUITE_P(Cases, PortFile, ::testing::ValuesIn(kPortCases),
 TEST(PortFileWrite, WritesTheNumberAndReadsItBack) {
     QTemporaryDir dir;
     // a file differing only in letter case stays, and the exact name is written beside it
-    QFile other(dir.filePath(QStringLiteral("zq-318.ini")));
-    ASSERT_TRUE(other.open(QIODevice::WriteOnly));
-    other.close();
+    ASSERT_TRUE(testdata::WriteFile(dir.filePath(QStringLiteral("zq-318.ini")), QByteArray()));
     const QString path = dir.filePath(files::PortFileName());
     for (int port : {1, 7, 14}) {
         ASSERT_TRUE(files::SavePortSetting(port, path).ok());
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-        EXPECT_EQ(file.readAll(), QByteArray::number(port) + "\r\n");
+        EXPECT_EQ(testdata::ReadFile(path), QByteArray::number(port) + "\r\n");
         EXPECT_EQ(files::LoadPortSetting(path).port, port);
     }
     EXPECT_TRUE(QFile::exists(dir.filePath(QStringLiteral("zq-318.ini"))));
@@ -93,8 +79,7 @@ TEST(PortFileWrite, LivesBesideTheProgramWhenThatFolderIsWritable) {
     QCoreApplication app(argc, argv);
     const QString path = files::PortFilePath();
     EXPECT_TRUE(path.endsWith(QStringLiteral("/ZQ-318.ini")));
-    const bool programDirWritable = QFileInfo(QCoreApplication::applicationDirPath()).isWritable();
-    if (programDirWritable) {
+    if (QFileInfo(QCoreApplication::applicationDirPath()).isWritable()) {
         EXPECT_EQ(QFileInfo(path).absolutePath(), QCoreApplication::applicationDirPath());
     }
 }
