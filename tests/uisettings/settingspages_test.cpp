@@ -20,7 +20,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <ostream>
 
 QT_BEGIN_NAMESPACE
@@ -39,13 +38,6 @@ const char* const kHalfB = "01 01 00 00 AA 00 02 00 01 00 01 01 00 01 00 00";
 QString spaced(const char* bytes) {
     return QString::fromLatin1(bytes).remove(QLatin1Char(' '));
 }
-
-// One user edit: c click, C tick channel mode then click, L click after a load set channel mode,
-// s choose entry arg, t type arg into a list, d type arg into a line edit, k press key arg.
-struct Edit {
-    char how;
-    const char *widget, *arg;
-};
 
 class Pages : public ::testing::Test {
 protected:
@@ -107,32 +99,17 @@ protected:
         return (half == 'A' ? doc.settingsBlock.halfA : doc.settingsBlock.halfB).mid(2 * byte, 2);
     }
 
-    void perform(const Edit& e) {
-        switch (e.how) {
-        case 'L': // a load is no edit
+    void perform(char how, const QString& widget, const char* arg) {
+        if (how == 'L') { // a load is no edit
             doc.settings.channelMode = true;
             doc.notifySettings();
-            click(QLatin1String(e.widget));
-            break;
-        case 'C':
-            click(QStringLiteral("chkChannel"));
-            [[fallthrough]];
-        case 'c':
-            click(QLatin1String(e.widget));
-            break;
-        case 's':
-            choose(QLatin1String(e.widget), QByteArray(e.arg).toInt());
-            break;
-        case 't':
-            type(QLatin1String(e.widget), QLatin1String(e.arg));
-            break;
-        case 'd':
-            QTest::keyClicks(find<QLineEdit>(QLatin1String(e.widget)), QLatin1String(e.arg));
-            break;
-        case 'k':
-            find(QLatin1String(e.widget))->setFocus();
-            QTest::keyClick(find(QLatin1String(e.widget)), QKeySequence(QLatin1String(e.arg))[0].key());
-            break;
+        }
+        if (how == 'c' || how == 'L') click(widget);
+        if (how == 's') choose(widget, QByteArray(arg).toInt());
+        if (how == 't') type(widget, QLatin1String(arg));
+        if (how == 'k') {
+            find(widget)->setFocus();
+            QTest::keyClick(find(widget), QKeySequence(QLatin1String(arg))[0].key());
         }
     }
 
@@ -141,10 +118,6 @@ protected:
     zq::ui::SettingsPage1* page1 = nullptr;
     zq::ui::SettingsPage2* page2 = nullptr;
 };
-
-template <typename Case> std::string caseName(const ::testing::TestParamInfo<Case>& info) {
-    return std::string(info.param.edit.widget) + '_' + std::to_string(info.index);
-}
 
 TEST_F(Pages, AppliedBlockShowsInEveryControl) {
     load(kHalfA, kHalfB);
@@ -167,82 +140,56 @@ TEST_F(Pages, AppliedBlockShowsInEveryControl) {
     EXPECT_EQ(doc.settingsBlock.halfB, spaced("01 01 00 00 AA 00 01 00 01 00 01 01 00 01 00 00"));
 }
 
+// An edit from the start-up data (a blank block applied): whether it marks the data as changed and,
+// where `half` is set, the settings byte it builds. An access flag is greyed while channel mode is off.
+// The edit: c click, L click after a load set channel mode, s choose entry `arg`, t type `arg` into a
+// list, k press key `arg`.
 struct EditCase {
-    Edit edit;
+    char how;
+    const char *widget, *arg;
+    bool marks; // 1 or 0
     char half;
     int byte;
     const char* expected;
 };
 
-class EditBuildsBytes : public Pages, public ::testing::WithParamInterface<EditCase> {};
+const EditCase kEdits[] = {
+    {'c', "chkChannel", "", 1, 'A', 2, "01"},  {'c', "chkChannel", "", 1, 'A', 4, "00"},
+    {'k', "Slider1", "End", 1, 'A', 5, "14"},  {'k', "Slider2", "PgUp", 1, 'A', 6, "05"},
+    {'s', "cmbDWait", "3", 0, 'A', 8, "03"},   {'t', "cmbDFirst", "160", 1, 'A', 9, "02"},
+    {'s', "cmbDBurst", "1", 0, 'A', 10, "01"}, {'s', "cmbTB", "3", 0, 'A', 11, "03"},
+    {'t', "cmbTOT", "450", 1, 'A', 12, "0F"},  {'s', "cmbTOTP", "15", 0, 'A', 13, "0F"},
+    {'c', "chkLock", "", 1, 'A', 14, "01"},    {'c', "chkAPO", "", 1, 'A', 15, "01"},
+    {'c', "chkBeep", "", 1, 'B', 0, "01"},     {'s', "cmbScan", "1", 0, 'B', 1, "01"},
+    {'s', "cmbLamp", "1", 0, 'B', 2, "01"},    {'L', "chkScanEn", "", 1, 'B', 4, "AA"},
+    {'L', "chkPowerEn", "", 1, 'B', 5, "AA"},  {'L', "chkLockEn", "", 1, 'B', 6, "01"},
+    {'L', "chkMoniEn", "", 1, 'B', 7, "01"},   {'L', "chkToneEn", "", 1, 'B', 8, "01"},
+    {'L', "chkBurstEn", "", 1, 'B', 9, "01"},  {'L', "chkNameEn", "", 1, 'B', 10, "01"},
+    {'s', "cmbBat", "1", 0, 'B', 11, "01"},    {'c', "chkCharge", "", 1, 'B', 13, "01"},
+    {'c', "chkScanEn", "", 0, 'B', 4, "00"},   {'c', "chkAutoProg", "", 1, 0, 0, ""},
+    {'c', "chkFlg1_0", "", 1, 0, 0, ""},       {'c', "chkFlg1_1", "", 1, 0, 0, ""},
+    {'c', "chkFlg1_2", "", 1, 0, 0, ""},       {'c', "opbModel_1", "", 1, 0, 0, ""},
+    {'s', "cmbTOT", "7", 0, 0, 0, ""},         {'t', "cmbScan", "Busy", 1, 'B', 1, "01"},
+    {'t', "cmbTOTP", "9", 1, 0, 0, ""},        {'t', "cmbTB", "2100", 1, 0, 0, ""},
+    {'t', "cmbDBurst", "x", 1, 0, 0, ""},      {'k', "Slider2", "Right", 1, 0, 0, ""},
 
-TEST_P(EditBuildsBytes, ByteFollowsTheEdit) {
-    perform(GetParam().edit); // on the start-up data: a blank block applied
-    EXPECT_EQ(builtByte(GetParam().half, GetParam().byte), QLatin1String(GetParam().expected));
-}
-
-INSTANTIATE_TEST_SUITE_P(Pages, EditBuildsBytes,
-                         ::testing::ValuesIn(std::vector<EditCase>{
-                             {{'c', "chkChannel", ""}, 'A', 2, "01"},
-                             {{'c', "chkChannel", ""}, 'A', 4, "00"},
-                             {{'k', "Slider1", "End"}, 'A', 5, "14"},
-                             {{'k', "Slider2", "PgUp"}, 'A', 6, "05"},
-                             {{'s', "cmbDWait", "3"}, 'A', 8, "03"},
-                             {{'t', "cmbDFirst", "160"}, 'A', 9, "02"},
-                             {{'s', "cmbDBurst", "1"}, 'A', 10, "01"},
-                             {{'s', "cmbTB", "3"}, 'A', 11, "03"},
-                             {{'t', "cmbTOT", "450"}, 'A', 12, "0F"},
-                             {{'s', "cmbTOTP", "15"}, 'A', 13, "0F"},
-                             {{'c', "chkLock", ""}, 'A', 14, "01"},
-                             {{'c', "chkAPO", ""}, 'A', 15, "01"},
-                             {{'c', "chkBeep", ""}, 'B', 0, "01"},
-                             {{'s', "cmbScan", "1"}, 'B', 1, "01"},
-                             {{'t', "cmbLamp", "Permanent on"}, 'B', 2, "01"},
-                             {{'C', "chkScanEn", ""}, 'B', 4, "AA"},
-                             {{'C', "chkPowerEn", ""}, 'B', 5, "AA"},
-                             {{'C', "chkLockEn", ""}, 'B', 6, "01"},
-                             {{'C', "chkMoniEn", ""}, 'B', 7, "01"},
-                             {{'C', "chkToneEn", ""}, 'B', 8, "01"},
-                             {{'C', "chkBurstEn", ""}, 'B', 9, "01"},
-                             {{'C', "chkNameEn", ""}, 'B', 10, "01"},
-                             {{'s', "cmbBat", "1"}, 'B', 11, "01"},
-                             {{'c', "chkCharge", ""}, 'B', 13, "01"},
-                             // An access flag cannot be ticked while channel mode is off.
-                             {{'c', "chkScanEn", ""}, 'B', 4, "00"}}),
-                         caseName<EditCase>);
-
-struct ChangeCase {
-    Edit edit;
-    bool marks;
 };
 
-class DataChangedRule : public Pages, public ::testing::WithParamInterface<ChangeCase> {};
+class EditRule : public Pages, public ::testing::WithParamInterface<EditCase> {};
 
-TEST_P(DataChangedRule, EditMarksOrNot) {
+TEST_P(EditRule, MarksAndBuildsItsByte) {
+    const EditCase& c = GetParam();
     ASSERT_FALSE(doc.DataChanged());
-    perform(GetParam().edit);
-    EXPECT_EQ(doc.DataChanged(), GetParam().marks);
+    perform(c.how, QLatin1String(c.widget), c.arg);
+    EXPECT_EQ(doc.DataChanged(), c.marks);
+    if (c.half) {
+        EXPECT_EQ(builtByte(c.half, c.byte), QLatin1String(c.expected));
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(Pages, DataChangedRule,
-                         ::testing::ValuesIn(std::vector<ChangeCase>{
-                             {{'c', "chkMosq", ""}, false},     {{'c', "chkSQL", ""}, false},
-                             {{'c', "chkAPO", ""}, true},       {{'c', "chkAutoProg", ""}, true},
-                             {{'c', "chkBeep", ""}, true},      {{'c', "chkCharge", ""}, true},
-                             {{'c', "chkFlg1_0", ""}, true},    {{'c', "chkFlg1_1", ""}, true},
-                             {{'c', "chkFlg1_2", ""}, true},    {{'c', "chkLock", ""}, true},
-                             {{'c', "chkChannel", ""}, true},   {{'L', "chkScanEn", ""}, true},
-                             {{'L', "chkPowerEn", ""}, true},   {{'L', "chkLockEn", ""}, true},
-                             {{'L', "chkMoniEn", ""}, true},    {{'L', "chkToneEn", ""}, true},
-                             {{'L', "chkBurstEn", ""}, true},   {{'L', "chkNameEn", ""}, true},
-                             {{'c', "opbModel_1", ""}, true},   {{'s', "cmbBat", "1"}, false},
-                             {{'s', "cmbLamp", "1"}, false},    {{'s', "cmbTOT", "7"}, false},
-                             {{'s', "cmbDWait", "2"}, false},   {{'t', "cmbScan", "Busy"}, true},
-                             {{'t', "cmbTOTP", "9"}, true},     {{'t', "cmbTB", "2100"}, true},
-                             {{'t', "cmbDBurst", "x"}, true},   {{'k', "Slider1", "Right"}, true},
-                             {{'k', "Slider2", "Right"}, true}, {{'d', "txtDial_4", "12"}, true},
-                             {{'d', "txtDial_4", "xyz"}, false}}),
-                         caseName<ChangeCase>);
+INSTANTIATE_TEST_SUITE_P(Pages, EditRule, ::testing::ValuesIn(kEdits), [](const auto& info) {
+    return std::string(info.param.widget) + '_' + std::to_string(info.index);
+});
 
 TEST_F(Pages, MosquitoAndSqlTicksAreStoredWithoutMarking) {
     click("chkMosq");
@@ -280,34 +227,28 @@ TEST_F(Pages, ChannelModeGreysTheAccessFlagsAndKeepsTheirTicks) {
         }
     };
     expectState(false, "after a load without channel mode");
-    click("chkChannel");
-    expectState(true, "ticked");
-    click("chkChannel");
-    expectState(false, "unticked");
-    click("chkChannel");
-    expectState(true, "ticked again");
+    for (const char* when : {"ticked", "unticked", "ticked again"}) {
+        click("chkChannel");
+        expectState(when[0] == 't', when);
+    }
     load("A5 00 00 01 C8", "00 00 00 00 AA 00 01 00 00 00 01");
     expectState(false, "after loading channel mode off again");
 }
 
 TEST_F(Pages, LoadingNeverMarksTheData) {
-    const std::pair<const char*, std::function<void()>> loads[] = {
-        {"settings block", [&] { load(kHalfA, kHalfB); }},
-        {"repaired block", [&] { load("A5 00 00 01 00 15 FF 00 09 09 09 33 FF FF", "FF FF FF"); }},
-        {"variant", [&] { doc.setModelVariant(2); }},
-        {"no variant", [&] { doc.setModelVariant(-1); }},
-        {"dial texts",
-         [&] {
-             doc.dialTexts[0] = QStringLiteral("123#");
-             doc.dialTexts[8] = QStringLiteral("ABCD*-");
-             doc.notifyDialTexts();
-         }},
-        {"start-up data", [&] { doc.resetToStartup(); }},
-    };
-    for (const auto& [what, loader] : loads) {
-        loader();
-        EXPECT_FALSE(doc.DataChanged()) << what;
-    }
+    load(kHalfA, kHalfB);
+    EXPECT_FALSE(doc.DataChanged()) << "settings block";
+    load("A5 00 00 01 00 15 FF 00 09 09 09 33 FF FF", "FF FF FF");
+    EXPECT_FALSE(doc.DataChanged()) << "repaired block";
+    doc.setModelVariant(2);
+    doc.setModelVariant(-1);
+    EXPECT_FALSE(doc.DataChanged()) << "variants";
+    doc.dialTexts[0] = QStringLiteral("123#");
+    doc.dialTexts[8] = QStringLiteral("ABCD*-");
+    doc.notifyDialTexts();
+    EXPECT_FALSE(doc.DataChanged()) << "dial texts";
+    doc.resetToStartup();
+    EXPECT_FALSE(doc.DataChanged()) << "start-up data";
     EXPECT_EQ(dialBox(0)->text(), QString());
     EXPECT_EQ(shown("cmbTOT"), QStringLiteral("[OFF]"));
 }
@@ -402,35 +343,28 @@ TEST_F(Pages, ListsAndCaptionsCarryTheirTextsExactly) {
 
 // ---- DTMF dial boxes ------------------------------------------------------------------------------
 
-struct KeyCase {
-    const char *typed, *shown;
-};
-
-class DialKeyFilter : public Pages, public ::testing::WithParamInterface<KeyCase> {};
-
-TEST_P(DialKeyFilter, TypedKeysBecomeDialCharacters) {
+TEST_F(Pages, DialBoxTakesOnlyDialCharactersUpperCasedUpToSixteen) {
+    const std::pair<const char*, const char*> cases[] = {{"0123456789", "0123456789"},
+                                                         {"#*-ABCD", "#*-ABCD"},
+                                                         {"abcd", "ABCD"},
+                                                         {"1b2", "1B2"},
+                                                         {"Ee", ""},
+                                                         {"xyz!+ .", ""},
+                                                         {"1E2e3F", "123"},
+                                                         {"12#\b", "12"},
+                                                         {"12345678901234567890", "1234567890123456"},
+                                                         {"abcdabcdabcdabcdab", "ABCDABCDABCDABCD"}};
     QLineEdit* box = dialBox(3);
     box->setFocus();
-    QTest::keyClicks(box, QLatin1String(GetParam().typed));
-    const QString expected = QLatin1String(GetParam().shown);
-    EXPECT_EQ(box->text(), expected);
-    EXPECT_EQ(doc.dialTexts[3], expected);
-    EXPECT_EQ(doc.DataChanged(), !expected.isEmpty());
+    for (const auto& [typed, kept] : cases) {
+        box->clear();
+        doc.setDataChanged(false);
+        QTest::keyClicks(box, QLatin1String(typed));
+        EXPECT_EQ(box->text(), QLatin1String(kept)) << typed;
+        EXPECT_EQ(doc.dialTexts[3], QLatin1String(kept)) << typed;
+        EXPECT_EQ(doc.DataChanged(), *kept != 0) << typed;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(DialBoxes, DialKeyFilter,
-                         ::testing::ValuesIn(std::vector<KeyCase>{
-                             {"0123456789", "0123456789"},
-                             {"#*-ABCD", "#*-ABCD"},
-                             {"abcd", "ABCD"},
-                             {"1b2", "1B2"},
-                             {"Ee", ""},
-                             {"xyz!+ .", ""},
-                             {"1E2e3F", "123"},
-                             {"12#\b", "12"}, // backspace passes
-                             {"12345678901234567890", "1234567890123456"},
-                             {"abcdabcdabcdabcdab", "ABCDABCDABCDABCD"}}),
-                         [](const auto& info) { return std::to_string(info.index); });
 
 TEST_F(Pages, EnterMovesTheFocusToTheNextDialBoxAndFromTheLastToTheFirst) {
     for (int k = 0; k < zq::model::kDialCount; ++k) {
