@@ -42,9 +42,7 @@ class EditCommand : public test::WindowFixture, public ::testing::WithParamInter
 protected:
     void SetUp() override {
         WindowFixture::SetUp();
-        const QString copy = path("demo.318");
-        ASSERT_TRUE(QFile::copy(test::ExamplePath("demo.318"), copy));
-        ASSERT_TRUE(load(copy).ok());
+        ASSERT_TRUE(load(demoCopy("demo.318")).ok());
         find<QTabWidget>("TabStrip1")->setCurrentIndex(2);
         window->show();
         for (int row = 0; row < model::kChannelCount; ++row) {

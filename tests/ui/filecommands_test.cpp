@@ -74,14 +74,8 @@ TEST_F(FileCommands, UnwritableTargetShowsFileOpenError) {
 }
 
 TEST_F(FileCommands, OpenLoadsAValidFileAndRejectsOthers) {
-    QByteArray demo = test::ReadFile(test::ExamplePath("demo.318"));
-    QByteArray otherVariant = demo;
-    otherVariant.replace(0, 32, model::HeaderLine(1, true).toLatin1());
-    test::WriteFile(path("e.318"), otherVariant);
-    QByteArray badEnd = demo;
-    badEnd.replace(badEnd.size() - 34, 32, QByteArray(32, 'Z'));
-    test::WriteFile(path("bad.318"), badEnd);
-
+    demoCopy("e.318", model::HeaderLine(1, true));
+    demoCopy("bad.318", QString(), true);
     dialogs.answers = {path("e.318")};
     trigger("mnuFileOpen");
     EXPECT_EQ(dialogs.asked, QList<FileRequest>{kOpenClone});
@@ -91,16 +85,14 @@ TEST_F(FileCommands, OpenLoadsAValidFileAndRejectsOthers) {
     EXPECT_FALSE(doc().CloneCodeA());
     const model::MemoryTable loaded = doc().memory;
 
-    const struct {
-        QString file;
-        const char* message;
-    } failures[] = {{path("bad.318"), "Data Error"}, {path("missing.318"), "File Open Error"}};
-    for (const auto& failure : failures) {
+    const std::pair<const char*, const char*> failures[] = {{"bad.318", "Data Error"},
+                                                            {"missing.318", "File Open Error"}};
+    for (const auto& [file, message] : failures) {
         boxes.shown.clear();
-        dialogs.answers = {failure.file};
+        dialogs.answers = {path(file)};
         trigger("mnuFileOpen");
-        ASSERT_EQ(boxes.shown.size(), 1);
-        EXPECT_EQ(boxes.shown[0], ErrorBox(QString::fromUtf8(failure.message)));
+        ASSERT_EQ(boxes.shown.size(), 1) << file;
+        EXPECT_EQ(boxes.shown[0], ErrorBox(QString::fromUtf8(message)));
         EXPECT_EQ(doc().memory, loaded);
         EXPECT_EQ(doc().CurrentFilePath(), path("e.318"));
     }

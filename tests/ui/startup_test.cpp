@@ -12,26 +12,10 @@
 namespace zq::ui {
 namespace {
 
-TEST(StripCommandLineQuotes, DropsFirstAndLastCharacterOnlyAboveFiveCharacters) {
-    const struct {
-        const char* raw;
-        const char* file;
-    } cases[] = {
-        {"", ""},
-        {"a.318", "a.318"},   // 5 characters: kept
-        {"\"a.31\"", "a.31"}, // 6 characters: stripped
-        {"\"C:\\radio\\my data.318\"", "C:\\radio\\my data.318"},
-        {"C:\\radio.318", ":\\radio.31"}, // no quotes: loses its ends all the same
-        {"\"ab\"", "\"ab\""},
-    };
-    for (const auto& c : cases)
-        EXPECT_EQ(StripCommandLineQuotes(QString::fromUtf8(c.raw)), QString::fromUtf8(c.file)) << c.raw;
-}
-
-TEST(ParseProgramArguments, FileArgumentPortAndUsageErrors) {
+TEST(ParseProgramArguments, FileArgumentPortQuoteRuleAndUsageErrors) {
     const struct {
         QStringList arguments;
-        const char* rawWindowsTail;
+        const char* rawWindowsTail; // the file then follows the quote rule: ends dropped above 5 characters
         bool ok;
         const char* file;
         const char* port;
@@ -39,34 +23,26 @@ TEST(ParseProgramArguments, FileArgumentPortAndUsageErrors) {
         {{"/home/me/radio.318"}, "", true, "/home/me/radio.318", ""}, // taken as it stands
         {{"--port", "/dev/pts/7", "a.318"}, "", true, "a.318", "/dev/pts/7"},
         {{}, "", true, "", ""},
-        {{"x"}, "\"C:\\my.318\"", true, "C:\\my.318", ""}, // Windows: the quote rule
+        {{"x"}, "\"C:\\my data.318\"", true, "C:\\my data.318", ""},
+        {{}, "a.318", true, "a.318", ""},
+        {{}, "\"a.31\"", true, "a.31", ""},
+        {{}, "C:\\radio.318", true, ":\\radio.31", ""}, // no quotes: loses its ends all the same
+        {{}, "\"ab\"", true, "\"ab\"", ""},
         {{"--bogus"}, "", false, "", ""},
         {{"a", "b"}, "", false, "", ""},
     };
     for (const auto& c : cases) {
         const ProgramOptions options = ParseProgramArguments(
             QStringList{QStringLiteral("zq318-utility")} + c.arguments, QString::fromUtf8(c.rawWindowsTail));
-        const std::string name = c.arguments.join(QLatin1Char(' ')).toStdString();
-        EXPECT_EQ(options.ok, c.ok) << name;
-        EXPECT_EQ(options.exitStatus, c.ok ? 0 : 2) << name;
-        if (!c.ok) continue;
-        EXPECT_EQ(options.commandLineFile, QString::fromUtf8(c.file)) << name;
-        EXPECT_EQ(options.portDevice, QString::fromUtf8(c.port)) << name;
+        SCOPED_TRACE(c.arguments.join(QLatin1Char(' ')).toStdString() + " | " + c.rawWindowsTail);
+        EXPECT_EQ(options.ok, c.ok);
+        EXPECT_EQ(options.exitStatus, c.ok ? 0 : 2);
+        EXPECT_EQ(options.commandLineFile, QString::fromUtf8(c.file));
+        EXPECT_EQ(options.portDevice, QString::fromUtf8(c.port));
     }
 }
 
-class Startup : public test::WindowFixture {
-protected:
-    // The demonstration file with another header line and, if asked, a broken end line.
-    QString demoCopy(const char* name, const QString& header, bool breakEnd = false) {
-        QByteArray demo = test::ReadFile(test::ExamplePath("demo.318"));
-        EXPECT_FALSE(demo.isEmpty());
-        demo.replace(0, 32, header.toLatin1());
-        if (breakEnd) demo.replace(demo.size() - 34, 32, QByteArray(32, 'X'));
-        test::WriteFile(path(name), demo);
-        return path(name);
-    }
-};
+class Startup : public test::WindowFixture {};
 
 TEST_F(Startup, WithoutAFileShowsTheStartUpData) {
     ASSERT_TRUE(load().ok());

@@ -58,6 +58,15 @@ protected:
     QString portFile() const { return temp.filePath(QStringLiteral("ZQ-318.ini")); }
     QString path(const char* name) const { return temp.filePath(QLatin1String(name)); }
     model::Document& doc() { return window->document(); }
+    // A copy of the demonstration file, with another header line and a broken end line if asked.
+    QString demoCopy(const char* name, const QString& header = QString(), bool breakEnd = false) {
+        QByteArray demo = ReadFile(ExamplePath("demo.318"));
+        EXPECT_FALSE(demo.isEmpty());
+        if (!header.isEmpty()) demo.replace(0, 32, header.toLatin1());
+        if (breakEnd) demo.replace(demo.size() - 34, 32, QByteArray(32, 'X'));
+        WriteFile(path(name), demo);
+        return path(name);
+    }
     template <typename T> T* find(const char* name) {
         T* found = window->findChild<T*>(QLatin1String(name));
         EXPECT_NE(found, nullptr) << name;
