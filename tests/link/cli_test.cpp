@@ -2,13 +2,13 @@
 #include "linkfixture.h"
 #include "model/tables.h"
 #include "radio/radiofault.h"
+#include "radio/radioimage.h"
 
 #include <QEventLoop>
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTimer>
-#include <ostream>
 
 using namespace zq::radio;
 using namespace linktest;
@@ -30,26 +30,14 @@ ToolRun RunTool(const QStringList& arguments) {
     QTimer::singleShot(60000, &loop, &QEventLoop::quit);
     process.start(QStringLiteral(ZQ318_PATH), arguments);
     loop.exec();
-    ToolRun run;
     if (process.state() != QProcess::NotRunning) {
         process.kill();
         process.waitForFinished();
-        return run;
+        return {};
     }
-    run.status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-    run.out = process.readAllStandardOutput();
-    run.firstErrorLine = QString::fromUtf8(process.readAllStandardError()).section(QLatin1Char('\n'), 0, 0);
-    return run;
-}
-
-// The blocks both a read and a write carry: settings, VFO and CALL, dial memories, channels.
-QList<int> CarriedBlocks() {
-    QList<int> blocks{0x00E0, 0x00F0, 0x0100, 0x0110, 0x0120, 0x0130};
-    for (int a = 0x1F00; a <= 0x1F80; a += 0x10)
-        blocks << a;
-    for (int a = 0x0200; a <= 0x1AF0; a += 0x10)
-        blocks << a;
-    return blocks;
+    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
+            process.readAllStandardOutput(),
+            QString::fromUtf8(process.readAllStandardError()).section(QLatin1Char('\n'), 0, 0)};
 }
 
 TEST(CliTest, ReadThenWriteCopiesOneRadioToAnother) {
@@ -72,8 +60,11 @@ TEST(CliTest, ReadThenWriteCopiesOneRadioToAnother) {
 
     const ToolRun writeRun = RunTool({"--port", target.devicePath(), "--quiet", "write", file});
     ASSERT_EQ(writeRun.status, 0) << writeRun.firstErrorLine.toStdString();
-    for (int address : CarriedBlocks())
-        EXPECT_EQ(target.blockHex(address), source.blockHex(address)) << address;
+    // Every block of the file but the identity and the repeater record, which a read does not fetch.
+    QStringList copied = CloneLines(target.memory()), original = CloneLines(source.memory());
+    for (QStringList* lines : {&copied, &original})
+        lines->remove(7, 2);
+    EXPECT_EQ(copied.mid(1), original.mid(1));
     // Two sessions each: the read's detection, settings and memory; the write's settings and memory.
     EXPECT_EQ(source.commands().count(QStringLiteral("KV~E")), 3);
     EXPECT_EQ(target.commands().count(QStringLiteral("ZQ318")), 2);
@@ -81,15 +72,11 @@ TEST(CliTest, ReadThenWriteCopiesOneRadioToAnother) {
 
 struct FailureCase {
     const char* name;
-    QStringList arguments; // after --port
+    QStringList arguments; // PORT: the radio's device, OUT: an existing file
     const char* fault;
     int status;
     const char* message;
 };
-
-void PrintTo(const FailureCase& c, std::ostream* os) {
-    *os << c.name;
-}
 
 class CliFailureTest : public ::testing::TestWithParam<FailureCase> {};
 
@@ -106,8 +93,9 @@ TEST_P(CliFailureTest, ReportsAndLeavesOutputAlone) {
         existing.write("previous contents\n");
     }
     QStringList arguments = c.arguments;
-    arguments.replaceInStrings(QStringLiteral("OUT"), output);
-    const ToolRun run = RunTool(QStringList{QStringLiteral("--port"), radio.devicePath()} + arguments);
+    arguments.replaceInStrings(QStringLiteral("OUT"), output)
+        .replaceInStrings(QStringLiteral("PORT"), radio.devicePath());
+    const ToolRun run = RunTool(arguments);
     EXPECT_EQ(run.status, c.status);
     EXPECT_TRUE(run.firstErrorLine.startsWith(QString::fromLatin1(c.message)))
         << run.firstErrorLine.toStdString();
@@ -119,24 +107,31 @@ TEST_P(CliFailureTest, ReportsAndLeavesOutputAlone) {
 INSTANTIATE_TEST_SUITE_P(
     Verbs, CliFailureTest,
     ::testing::Values(
-        FailureCase{"DetectNg", {"detect"}, "ng@model", 3, "Communication Error: "},
-        FailureCase{
-            "ReadFirstChannelNg", {"--quiet", "read", "-o", "OUT"}, "ng@0200", 3, "Communication Error: "},
-        FailureCase{
-            "ReadSettingsHangup", {"read", "--settings", "-o", "OUT"}, "hangup@00F0", 4, "COM Port Error"},
-        FailureCase{"WriteDataError", {"write", "OUT"}, "", 5, "Data Error"},
-        FailureCase{"ReadBothOptions", {"read", "--settings", "--memory", "-o", "OUT"}, "", 2, "zq318 read"},
+        FailureCase{"DetectNg", {"--port", "PORT", "detect"}, "ng@model", 3, "Communication Error: "},
+        FailureCase{"ReadFirstChannelNg",
+                    {"--port", "PORT", "--quiet", "read", "-o", "OUT"},
+                    "ng@0200",
+                    3,
+                    "Communication Error: "},
+        FailureCase{"ReadSettingsHangup",
+                    {"--port", "PORT", "read", "--settings", "-o", "OUT"},
+                    "hangup@00F0",
+                    4,
+                    "COM Port Error"},
+        FailureCase{"WriteDataError", {"--port", "PORT", "write", "OUT"}, "", 5, "Data Error"},
+        FailureCase{"ReadBothOptions",
+                    {"--port", "PORT", "read", "--settings", "--memory", "-o", "OUT"},
+                    "",
+                    2,
+                    "zq318 read"},
         // The service reads check nothing; the pulled cable shows when the port cannot be opened again.
-        FailureCase{
-            "DumpIntoFileHangup", {"dump", "-o", "OUT"}, "hangup@0100", 6, "Run-time error: cannot open"}),
-    [](const ::testing::TestParamInfo<FailureCase>& info) { return std::string(info.param.name); });
-
-TEST(CliTest, PortThatDoesNotExist) {
-    const ToolRun run = RunTool({"--port", "/dev/zq318-no-such-port", "detect"});
-    EXPECT_EQ(run.status, 4);
-    EXPECT_TRUE(run.firstErrorLine.startsWith(QStringLiteral("COM Port Error")))
-        << run.firstErrorLine.toStdString();
-}
+        FailureCase{"DumpIntoFileHangup",
+                    {"--port", "PORT", "dump", "-o", "OUT"},
+                    "hangup@0100",
+                    6,
+                    "Run-time error: cannot open"},
+        FailureCase{"NoSuchPort", {"--port", "/dev/zq318-no-such-port", "detect"}, "", 4, "COM Port Error"}),
+    CaseName<FailureCase>);
 
 TEST(CliTest, DumpPrintsTheFirstFourKilobytes) {
     VirtualRadio radio;

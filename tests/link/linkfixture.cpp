@@ -1,9 +1,11 @@
 #include "linkfixture.h"
 
+#include "link/transfers.h"
 #include "model/channelcodec.h"
 #include "model/dialcodec.h"
 #include "model/settingscodec.h"
 #include "model/tables.h"
+#include "radio/radiofault.h"
 
 using namespace zq::model;
 
@@ -14,18 +16,22 @@ MemoryTable SampleMemory() {
     MemoryTable memory;
     for (int n = 0; n < kChannelCount; ++n) {
         memory.setChannelInUse(n, n % 4 != 3);
-        memory.set(n, ColFrequency, QString(), 136.0 + n * 0.1875);
-        memory.set(n, ColStep, QString(), n % 2 ? 2 : 0);
-        memory.set(n, ColTone, QString(), toneModes[n % 4]);
-        memory.set(n, ColTxTone, QString(), n % kToneCount);
-        memory.set(n, ColRxTone, QString(), (n * 7) % kToneCount);
-        memory.set(n, ColDcs, QString(), (n * 5) % kDcsCount);
-        memory.set(n, ColShift, QString(), n % 3);
-        memory.set(n, ColOffset, QString(), 0.6 + (n % 7) * 0.1);
-        memory.set(n, ColPower, QString(), n % 3);
-        memory.set(n, ColBsv, QString(), n % 3);
-        memory.set(n, ColClock, QString(), n % 2);
-        memory.set(n, ColBclo, QString(), (n / 2) % 2);
+        // In column order, from the frequency to BCLO; the blank column stays as it is.
+        const double values[] = {136.0 + n * 0.1875,
+                                 double(n % 2 ? 2 : 0),
+                                 double(toneModes[n % 4]),
+                                 double(n % kToneCount),
+                                 double((n * 7) % kToneCount),
+                                 double((n * 5) % kDcsCount),
+                                 double(n % 3),
+                                 0.6 + (n % 7) * 0.1,
+                                 double(n % 3),
+                                 0,
+                                 double(n % 3),
+                                 double(n % 2),
+                                 double((n / 2) % 2)};
+        for (int column = ColFrequency; column <= ColBclo; ++column)
+            if (column != ColBlank) memory.set(n, column, QString(), values[column]);
         const QString name = n % 2 ? QStringLiteral("CH%1").arg(n) : QString();
         memory.set(n, ColName, name, name.isEmpty() ? 0 : 1);
         memory.set(n, ColSkip, QString(), n % 5 == 0 ? 1 : 0);
@@ -47,31 +53,22 @@ SpecialTable SampleSpecial() {
 }
 
 SettingsBlock SampleSettingsBlock() {
-    RadioSettings settings;
-    settings.volume = 14;
-    settings.squelch = 3;
-    settings.dtmfWait = 2;
-    settings.timeOutTimer = 9;
-    settings.keyLock = true;
-    settings.beep = true;
-    settings.scanEnable = true;
-    settings.nameEnable = true;
-    settings.batteryType = 1;
+    const RadioSettings settings{.volume = 14,
+                                 .squelch = 3,
+                                 .dtmfWait = 2,
+                                 .timeOutTimer = 9,
+                                 .keyLock = true,
+                                 .beep = true,
+                                 .scanEnable = true,
+                                 .nameEnable = true,
+                                 .batteryType = 1};
     SettingsBlock block;
     BuildSettingsBlock(block, settings);
     return block;
 }
 
 QStringList SampleDialTexts() {
-    return {QStringLiteral("123#"),
-            QStringLiteral("*0A"),
-            QString(),
-            QStringLiteral("555-1212"),
-            QStringLiteral("D"),
-            QStringLiteral("0123456789ABCD*#"),
-            QString(),
-            QStringLiteral("9"),
-            QStringLiteral("ABCD")};
+    return {"123#", "*0A", "", "555-1212", "D", "0123456789ABCD*#", "", "9", "ABCD"};
 }
 
 void FillSampleRadio(zq::radio::VirtualRadio& radio) {
@@ -100,10 +97,9 @@ MemoryTable DecodeRadioChannels(const zq::radio::VirtualRadio& radio, MemoryTabl
 }
 
 bool SameMemoryRow(const MemoryTable& a, const MemoryTable& b, int row) {
-    if (a.ChannelInUse(row) != b.ChannelInUse(row)) return false;
     for (int c = 0; c < kMemoryColumns; ++c)
         if (!(a.cell(row, c) == b.cell(row, c))) return false;
-    return true;
+    return a.ChannelInUse(row) == b.ChannelInUse(row);
 }
 
 bool SameSpecialRow(const SpecialTable& a, const SpecialTable& b, int row) {
@@ -112,12 +108,34 @@ bool SameSpecialRow(const SpecialTable& a, const SpecialTable& b, int row) {
     return true;
 }
 
+Result RunTransfer(Transfer transfer, zq::link::SerialLink& link, Document& document) {
+    using namespace zq::link;
+    static const std::function<Result(SerialLink&, Document&)> transfers[] = {
+        [](SerialLink& l, Document& d) { return ReadMemory(l, d); },
+        [](SerialLink& l, Document& d) { return WriteMemory(l, d); },
+        [](SerialLink& l, Document& d) { return ReadSettings(l, d); },
+        [](SerialLink& l, Document& d) { return WriteSettings(l, d); },
+        [](SerialLink& l, Document& d) { return AutoSelect(l, d); },
+        [](SerialLink& l, Document&) {
+            QString dump;
+            return DumpBlocks(l, dump);
+        }};
+    return transfers[int(transfer)](link, document);
+}
+
 void RadioTest::SetUp() {
     ASSERT_TRUE(radio.open().ok());
     link.setPortName(radio.devicePath());
     clock.start();
     QObject::connect(&radio, &zq::radio::VirtualRadio::commandReceived,
                      [this](const QString&) { arrivals << clock.elapsed(); });
+}
+
+void RadioTest::addFault(const char* spec) {
+    if (!*spec) return;
+    const std::optional<zq::radio::Fault> fault = zq::radio::ParseFault(QString::fromLatin1(spec));
+    ASSERT_TRUE(fault) << spec;
+    radio.addFault(*fault);
 }
 
 } // namespace linktest

@@ -3,12 +3,14 @@
 // plus sample radio contents and the stores they decode into.
 #include "link/seriallink.h"
 #include "model/document.h"
+#include "model/outcome.h"
 #include "model/stores.h"
 #include "radio/virtualradio.h"
 
 #include <QElapsedTimer>
 #include <QList>
 #include <gtest/gtest.h>
+#include <string>
 
 namespace linktest {
 
@@ -25,9 +27,18 @@ zq::model::MemoryTable DecodeRadioChannels(const zq::radio::VirtualRadio& radio,
 bool SameMemoryRow(const zq::model::MemoryTable& a, const zq::model::MemoryTable& b, int row);
 bool SameSpecialRow(const zq::model::SpecialTable& a, const zq::model::SpecialTable& b, int row);
 
+enum class Transfer { ReadMemory, WriteMemory, ReadSettings, WriteSettings, AutoSelect, Dump };
+zq::model::Result RunTransfer(Transfer transfer, zq::link::SerialLink& link, zq::model::Document& document);
+
+// Names parameterised cases after their `name` member.
+template <class Case> std::string CaseName(const ::testing::TestParamInfo<Case>& info) {
+    return info.param.name;
+}
+
 class RadioTest : public ::testing::Test {
 protected:
     void SetUp() override;
+    void addFault(const char* spec); // none for ""
     bool endSent() const { return radio.commands().contains(QStringLiteral("KV~E")); }
     // Milliseconds since the test began at which each command reached the radio.
     QList<qint64> arrivals;

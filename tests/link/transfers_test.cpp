@@ -1,4 +1,5 @@
-// Every transfer against the virtual radio when nothing goes wrong.
+// Every transfer against the virtual radio when nothing goes wrong, model detection, and a port
+// that does not exist.
 #include "link/transfers.h"
 #include "linkfixture.h"
 
@@ -6,7 +7,6 @@
 #include "model/dialcodec.h"
 #include "model/settingscodec.h"
 #include "model/tables.h"
-#include <ostream>
 
 using namespace zq::model;
 using namespace zq::link;
@@ -14,6 +14,7 @@ using namespace linktest;
 
 namespace {
 
+// The address and operation of each block command: "0200R".
 QStringList BlockCommands(const QStringList& commands) {
     QStringList blocks;
     for (const QString& c : commands)
@@ -21,37 +22,34 @@ QStringList BlockCommands(const QStringList& commands) {
     return blocks;
 }
 
-class TransferTest : public RadioTest {};
+QStringList ChannelBlocks(char operation) {
+    QStringList blocks;
+    for (int address = 0x200; address < 0x1B00; address += 0x10)
+        blocks << QStringLiteral("%1%2").arg(address, 4, 16, QLatin1Char('0')).toUpper().arg(operation);
+    return blocks;
+}
+
+using TransferTest = RadioTest;
 
 TEST_F(TransferTest, ReadMemoryDecodesEveryChannelInAddressOrder) {
     FillSampleRadio(radio);
     const MemoryTable before = document.memory;
-    const MemoryTable expected = DecodeRadioChannels(radio, before);
-    QList<int> progress, notified;
-    QObject::connect(&document, &Document::memoryRowsChanged, [&](int first, int last) {
-        EXPECT_EQ(first, last);
-        notified << first;
-    });
+    QList<int> progress, notified, all;
+    for (int n = 0; n < kChannelCount; ++n)
+        all << n;
+    QObject::connect(&document, &Document::memoryRowsChanged,
+                     [&](int first, int last) { notified << (first == last ? first : -1); });
     const Result result = ReadMemory(link, document, [&](int channel) { progress << channel; });
     const qint64 elapsed = clock.elapsed();
     ASSERT_TRUE(result.ok()) << result.detail.toStdString();
 
+    const MemoryTable expected = DecodeRadioChannels(radio, before);
     for (int n = 0; n < kChannelCount; ++n)
         EXPECT_TRUE(SameMemoryRow(document.memory, expected, n)) << n;
     EXPECT_TRUE(SameMemoryRow(document.memory, before, kTemplateRow));
-    QList<int> all;
-    for (int n = 0; n < kChannelCount; ++n)
-        all << n;
     EXPECT_EQ(progress, all);
     EXPECT_EQ(notified, all);
-
-    const QStringList blocks = BlockCommands(radio.commands());
-    ASSERT_EQ(blocks.size(), 400);
-    EXPECT_EQ(blocks.first(), QStringLiteral("0200R"));
-    EXPECT_EQ(blocks.at(222), QStringLiteral("0FE0R")); // channel 111
-    EXPECT_EQ(blocks.at(223), QStringLiteral("0FF0R"));
-    EXPECT_EQ(blocks.at(224), QStringLiteral("1000R")); // channel 112
-    EXPECT_EQ(blocks.last(), QStringLiteral("1AF0R"));
+    EXPECT_EQ(BlockCommands(radio.commands()), ChannelBlocks('R'));
     EXPECT_EQ(radio.commands().size(), 401);
     EXPECT_EQ(radio.commands().last(), QStringLiteral("KV~E"));
     // 400 pauses after the commands, one before the end command and one after it.
@@ -69,10 +67,10 @@ TEST_F(TransferTest, WriteMemorySendsEveryChannelEmptyOnesIncluded) {
         EXPECT_EQ(radio.blockHex(0x210 + 0x20 * n), EncodeChannelSecondHalf(document.memory, n)) << n;
     }
     EXPECT_EQ(radio.commands().first(), QStringLiteral("ZQ318"));
+    EXPECT_EQ(BlockCommands(radio.commands()), ChannelBlocks('W'));
     EXPECT_EQ(radio.commands().size(), 402);
     EXPECT_EQ(radio.commands().last(), QStringLiteral("KV~E"));
     EXPECT_EQ(progress.last(), 199);
-    EXPECT_EQ(BlockCommands(radio.commands()).at(1), QStringLiteral("0210W"));
 }
 
 TEST_F(TransferTest, ReadSettingsFillsSettingsSpecialRowsAndDials) {
@@ -86,20 +84,19 @@ TEST_F(TransferTest, ReadSettingsFillsSettingsSpecialRowsAndDials) {
     const Result result = ReadSettings(link, document);
     ASSERT_TRUE(result.ok()) << result.detail.toStdString();
 
-    const SettingsBlock sample = SampleSettingsBlock();
-    EXPECT_EQ(document.settingsBlock, sample);
+    SettingsBlock applied = SampleSettingsBlock();
+    EXPECT_EQ(document.settingsBlock, applied);
     RadioSettings expectedSettings;
-    SettingsBlock applied = sample;
     ApplySettingsBlock(applied, expectedSettings);
     EXPECT_EQ(document.settings, expectedSettings);
 
     SpecialTable expected = before;
-    for (int row = 0; row < 2; ++row)
+    for (int row = 0; row < 2; ++row) {
         DecodeSpecialRecord(expected, radio.blockHex(0x100 + 0x20 * row) + radio.blockHex(0x110 + 0x20 * row),
                             row);
-    EXPECT_TRUE(SameSpecialRow(document.special, expected, kVfoRow));
-    EXPECT_TRUE(SameSpecialRow(document.special, expected, kCallRow));
-    for (int c : {0, 1, 8, 9, 10, 11, 12})
+        EXPECT_TRUE(SameSpecialRow(document.special, expected, row)) << row;
+    }
+    for (int c : {0, 1, 8, 9, 10, 11, 12}) // the repeater record is not read; its texts are blanked
         EXPECT_TRUE(document.special.text(kRptRow, c).isEmpty()) << c;
     for (int c = 2; c <= 7; ++c)
         EXPECT_EQ(document.special.cell(kRptRow, c), before.cell(kRptRow, c)) << c;
@@ -108,10 +105,9 @@ TEST_F(TransferTest, ReadSettingsFillsSettingsSpecialRowsAndDials) {
     for (int k = 0; k < kDialCount; ++k)
         EXPECT_EQ(document.dialTexts[k], dials.at(k)) << k;
     EXPECT_GE(dialSignals, 1);
-
-    const QStringList blocks = BlockCommands(radio.commands());
-    EXPECT_EQ(blocks, (QStringList{"00E0R", "00F0R", "0100R", "0110R", "0120R", "0130R", "1F00R", "1F10R",
-                                   "1F20R", "1F30R", "1F40R", "1F50R", "1F60R", "1F70R", "1F80R"}));
+    EXPECT_EQ(BlockCommands(radio.commands()),
+              (QStringList{"00E0R", "00F0R", "0100R", "0110R", "0120R", "0130R", "1F00R", "1F10R", "1F20R",
+                           "1F30R", "1F40R", "1F50R", "1F60R", "1F70R", "1F80R"}));
     EXPECT_EQ(radio.commands().last(), QStringLiteral("KV~E"));
 }
 
@@ -131,10 +127,9 @@ TEST_F(TransferTest, WriteSettingsSendsSeventeenBlocksAndPausesInsideSpecialReco
     EXPECT_EQ(document.settingsBlock, built);
     EXPECT_EQ(radio.blockHex(0xE0), built.halfA);
     EXPECT_EQ(radio.blockHex(0xF0), built.halfB);
-    SpecialTable special = document.special;
     for (int row = 0; row < 3; ++row) {
-        EXPECT_EQ(radio.blockHex(0x100 + 0x20 * row), EncodeSpecialFirstHalf(special, row)) << row;
-        EXPECT_EQ(radio.blockHex(0x110 + 0x20 * row), EncodeSpecialSecondHalf(special, row)) << row;
+        EXPECT_EQ(radio.blockHex(0x100 + 0x20 * row), EncodeSpecialFirstHalf(document.special, row)) << row;
+        EXPECT_EQ(radio.blockHex(0x110 + 0x20 * row), EncodeSpecialSecondHalf(document.special, row)) << row;
     }
     for (int k = 0; k < kDialCount; ++k)
         EXPECT_EQ(radio.blockHex(0x1F00 + 0x10 * k), MakeDialData(dials.at(k)));
@@ -156,13 +151,11 @@ struct DetectCase {
     const char* name;
     int modelCode;
     bool cloneCodeA;
+    const char* fault;
     Outcome outcome;
-    int variant; // -1: unchanged
+    int variant; // afterwards: VariantA, the starting one, when nothing was detected
+    const char* caption;
 };
-
-void PrintTo(const DetectCase& c, std::ostream* os) {
-    *os << c.name;
-}
 
 class AutoSelectTest : public RadioTest, public ::testing::WithParamInterface<DetectCase> {};
 
@@ -170,6 +163,7 @@ TEST_P(AutoSelectTest, SelectsVariantAndCloneCode) {
     const DetectCase& c = GetParam();
     radio.setModelCode(c.modelCode);
     radio.setCloneCodeA(c.cloneCodeA);
+    ASSERT_NO_FATAL_FAILURE(addFault(c.fault));
     document.setModelVariant(VariantA);
     document.setDataChanged(false);
     int redraws = 0;
@@ -179,40 +173,34 @@ TEST_P(AutoSelectTest, SelectsVariantAndCloneCode) {
 
     const Result result = AutoSelect(link, document);
     EXPECT_EQ(result.outcome, c.outcome);
-    EXPECT_EQ(radio.commands().mid(0, 2), (QStringList{"ZQ318", "KV~F0000R"}));
-    if (c.outcome == Outcome::Done) {
-        EXPECT_EQ(document.ModelVariant(), c.variant);
-        EXPECT_EQ(document.CloneCodeA(), c.cloneCodeA);
-        EXPECT_TRUE(document.DataChanged());
-        EXPECT_EQ(redraws, 1);
-        EXPECT_EQ(radio.commands().last(), QStringLiteral("KV~E"));
-    } else {
-        EXPECT_EQ(document.ModelVariant(), VariantA);
-        EXPECT_FALSE(document.CloneCodeA());
-        EXPECT_FALSE(document.DataChanged());
-        EXPECT_FALSE(endSent());
-        EXPECT_EQ(result.message(), QStringLiteral("Communication Error"));
-    }
+    // Once the identity is read the choice stands, even when the end command fails.
+    const bool detected = c.variant != VariantA;
+    EXPECT_EQ(document.ModelVariant(), c.variant);
+    EXPECT_EQ(VariantCaption(document.ModelVariant()), QString::fromLatin1(c.caption));
+    EXPECT_EQ(document.CloneCodeA(), detected && c.cloneCodeA);
+    EXPECT_EQ(document.DataChanged(), detected);
+    EXPECT_EQ(redraws, detected ? 1 : 0);
+    EXPECT_EQ(radio.commands(), QStringList({"ZQ318", "KV~F0000R", "KV~E"}).mid(0, detected ? 3 : 2));
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Codes, AutoSelectTest,
-    ::testing::Values(DetectCase{"T", 0xAA, false, Outcome::Done, VariantT},
-                      DetectCase{"EcloneA", 0x55, true, Outcome::Done, VariantE},
-                      DetectCase{"TfhCloneA", 0x33, true, Outcome::Done, VariantJ},
-                      DetectCase{"UnknownModel", 0x34, true, Outcome::CommunicationError, -1},
-                      DetectCase{"ZeroModel", 0x00, false, Outcome::CommunicationError, -1}),
-    [](const ::testing::TestParamInfo<DetectCase>& info) { return std::string(info.param.name); });
-
-TEST_F(TransferTest, VariantCaptionOfDetectedRadio) {
-    radio.setModelCode(zq::radio::kModelCodeTfh);
-    ASSERT_TRUE(AutoSelect(link, document).ok());
-    EXPECT_EQ(VariantCaption(document.ModelVariant()), QStringLiteral("ZQ-318 TFH"));
-}
+    ::testing::Values(
+        DetectCase{"T", 0xAA, false, "", Outcome::Done, VariantT, "ZQ-318 T"},
+        DetectCase{"EcloneA", 0x55, true, "", Outcome::Done, VariantE, "ZQ-318 E"},
+        DetectCase{"TfhCloneA", 0x33, true, "", Outcome::Done, VariantJ, "ZQ-318 TFH"},
+        DetectCase{"UnknownModel", 0x34, true, "", Outcome::CommunicationError, VariantA, "ZQ-318 A"},
+        DetectCase{"ZeroModel", 0x00, false, "", Outcome::CommunicationError, VariantA, "ZQ-318 A"},
+        DetectCase{"EndNgKeepsDetected", 0x55, true, "ng@end", Outcome::CommunicationError, VariantE,
+                   "ZQ-318 E"},
+        // 33 garbles to CC, a model code no radio reports.
+        DetectCase{"GarbledIdentity", 0x33, true, "garble@0000", Outcome::CommunicationError, VariantA,
+                   "ZQ-318 A"}),
+    CaseName<DetectCase>);
 
 TEST_F(TransferTest, ReadAllRunsMemoryEvenAfterSettingsFailed) {
     FillSampleRadio(radio);
-    radio.addFault(*zq::radio::ParseFault(QStringLiteral("ng@00F0")));
+    addFault("ng@00F0");
     const AllResult all = ReadAll(link, document);
     EXPECT_EQ(all.settings.outcome, Outcome::CommunicationError);
     EXPECT_TRUE(all.memory.ok());
@@ -260,62 +248,31 @@ TEST_F(TransferTest, ServiceReadShowsRawReplyAndDumpCoversFirstFourKilobytes) {
 }
 
 TEST_F(TransferTest, SilentServiceReadGivesUpAfterHalfASecond) {
-    radio.addFault(*zq::radio::ParseFault(QStringLiteral("timeout@0300")));
+    addFault("timeout@0300");
     QString reply;
-    const qint64 start = clock.elapsed();
     ASSERT_TRUE(ReadServiceBlock(link, QStringLiteral("0300"), reply).ok());
-    EXPECT_GE(clock.elapsed() - start, kServiceTimeoutMs);
-    EXPECT_LT(clock.elapsed() - start, kServiceTimeoutMs + 200);
+    EXPECT_GE(clock.elapsed(), kServiceTimeoutMs);
+    EXPECT_LT(clock.elapsed(), kServiceTimeoutMs + 200);
     EXPECT_EQ(reply, QStringLiteral("KV~F0300R\r")); // only the echo arrived
 }
 
-using TransferFunction = std::function<Result(SerialLink&, Document&)>;
-struct NoPortCase {
-    const char* name;
-    TransferFunction transfer;
-    Outcome outcome;
-};
-
-void PrintTo(const NoPortCase& c, std::ostream* os) {
-    *os << c.name;
-}
-
-class NoPortTest : public ::testing::TestWithParam<NoPortCase> {};
-
-TEST_P(NoPortTest, PortThatDoesNotExist) {
-    SerialLink link;
+TEST_F(TransferTest, PortThatDoesNotExist) {
     link.setPortName(QStringLiteral("/dev/zq318-no-such-port"));
-    Document document;
     const MemoryTable memory = document.memory;
-    const Result result = GetParam().transfer(link, document);
-    EXPECT_EQ(result.outcome, GetParam().outcome);
-    EXPECT_TRUE(result.message().contains(QStringLiteral("COM Port Error")) ||
-                result.detail.contains(QStringLiteral("zq318-no-such-port")))
-        << result.message().toStdString();
-    EXPECT_EQ(document.memory, memory);
+    // The memory write and the service panel have no error trap of their own.
+    const std::pair<Transfer, Outcome> cases[] = {
+        {Transfer::ReadMemory, Outcome::ComPortError},    {Transfer::ReadSettings, Outcome::ComPortError},
+        {Transfer::WriteSettings, Outcome::ComPortError}, {Transfer::AutoSelect, Outcome::ComPortError},
+        {Transfer::WriteMemory, Outcome::Fatal},          {Transfer::Dump, Outcome::Fatal}};
+    for (const auto& [transfer, outcome] : cases) {
+        SCOPED_TRACE(int(transfer));
+        const Result result = RunTransfer(transfer, link, document);
+        EXPECT_EQ(result.outcome, outcome);
+        EXPECT_TRUE(result.message().contains(QStringLiteral("COM Port Error")) ||
+                    result.detail.contains(QStringLiteral("zq318-no-such-port")))
+            << result.message().toStdString();
+        EXPECT_EQ(document.memory, memory);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Transfers, NoPortTest,
-    ::testing::Values(NoPortCase{"ReadMemory", [](SerialLink& l, Document& d) { return ReadMemory(l, d); },
-                                 Outcome::ComPortError},
-                      NoPortCase{"ReadSettings",
-                                 [](SerialLink& l, Document& d) { return ReadSettings(l, d); },
-                                 Outcome::ComPortError},
-                      NoPortCase{"WriteSettings",
-                                 [](SerialLink& l, Document& d) { return WriteSettings(l, d); },
-                                 Outcome::ComPortError},
-                      NoPortCase{"AutoSelect", [](SerialLink& l, Document& d) { return AutoSelect(l, d); },
-                                 Outcome::ComPortError},
-                      // The memory write and the service panel have no error trap of their own.
-                      NoPortCase{"WriteMemory", [](SerialLink& l, Document& d) { return WriteMemory(l, d); },
-                                 Outcome::Fatal},
-                      NoPortCase{"Dump",
-                                 [](SerialLink& l, Document&) {
-                                     QString dump;
-                                     return DumpBlocks(l, dump);
-                                 },
-                                 Outcome::Fatal}),
-    [](const ::testing::TestParamInfo<NoPortCase>& info) { return std::string(info.param.name); });
 
 } // namespace

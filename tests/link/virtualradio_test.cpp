@@ -3,9 +3,6 @@
 #include "model/tables.h"
 #include "radio/radiofault.h"
 #include "radio/radioimage.h"
-#include "scriptedpeer.h"
-
-#include <ostream>
 
 #include <QTemporaryDir>
 
@@ -14,82 +11,54 @@ using namespace linktest;
 
 namespace {
 
-struct ParseCase {
-    const char* spec;
-    bool valid;
-    Fault::Kind kind;
-    const char* target;
-};
-
-void PrintTo(const ParseCase& c, std::ostream* os) {
-    *os << (*c.spec ? c.spec : "(empty)");
+TEST(VirtualRadioTest, ParsesFaultSpecs) {
+    const struct {
+        const char* spec;
+        std::optional<Fault> fault;
+    } cases[] = {{"timeout@0FE0", Fault{Fault::Kind::Timeout, "0FE0"}},
+                 {"short@0fe0", Fault{Fault::Kind::Short, "0FE0"}},
+                 {"garble@model", Fault{Fault::Kind::Garble, "model"}},
+                 {"ng@end", Fault{Fault::Kind::Ng, "end"}},
+                 {"hangup@1AF0", Fault{Fault::Kind::Hangup, "1AF0"}},
+                 {"drop@0200", Fault{Fault::Kind::Drop, "0200"}},
+                 {"silent-end", Fault{Fault::Kind::SilentEnd, "end"}},
+                 {"timeout@FE0", std::nullopt},
+                 {"late@0200", std::nullopt},
+                 {"ng@", std::nullopt},
+                 {"", std::nullopt}};
+    for (const auto& c : cases)
+        EXPECT_EQ(ParseFault(QString::fromLatin1(c.spec)), c.fault) << c.spec;
 }
 
-class ParseFaultTest : public ::testing::TestWithParam<ParseCase> {};
-
-TEST_P(ParseFaultTest, ReadsSpec) {
-    const ParseCase& c = GetParam();
-    const std::optional<Fault> fault = ParseFault(QString::fromLatin1(c.spec));
-    ASSERT_EQ(fault.has_value(), c.valid);
-    if (!c.valid) return;
-    EXPECT_EQ(fault->kind, c.kind);
-    EXPECT_EQ(fault->target, QString::fromLatin1(c.target));
-}
-
-INSTANTIATE_TEST_SUITE_P(Specs, ParseFaultTest,
-                         ::testing::Values(ParseCase{"timeout@0FE0", true, Fault::Kind::Timeout, "0FE0"},
-                                           ParseCase{"short@0fe0", true, Fault::Kind::Short, "0FE0"},
-                                           ParseCase{"garble@model", true, Fault::Kind::Garble, "model"},
-                                           ParseCase{"ng@end", true, Fault::Kind::Ng, "end"},
-                                           ParseCase{"hangup@1AF0", true, Fault::Kind::Hangup, "1AF0"},
-                                           ParseCase{"drop@0200", true, Fault::Kind::Drop, "0200"},
-                                           ParseCase{"silent-end", true, Fault::Kind::SilentEnd, "end"},
-                                           ParseCase{"timeout@FE0", false, Fault::Kind::Timeout, ""},
-                                           ParseCase{"late@0200", false, Fault::Kind::Timeout, ""},
-                                           ParseCase{"ng@", false, Fault::Kind::Timeout, ""},
-                                           ParseCase{"", false, Fault::Kind::Timeout, ""}));
-
-struct ProtocolCase {
-    const char* command;
-    const char* answer;
-};
-
-void PrintTo(const ProtocolCase& c, std::ostream* os) {
-    *os << c.command;
-}
-
-class RadioProtocolTest : public RadioTest, public ::testing::WithParamInterface<ProtocolCase> {};
-
-TEST_P(RadioProtocolTest, EchoesThenAnswers) {
+TEST_F(RadioTest, EchoesThenAnswers) {
     radio.setBlockHex(0x1FF0, QStringLiteral("00112233445566778899AABBCCDDEEFF"));
     ASSERT_TRUE(link.open().ok());
-    const QString command = QString::fromLatin1(GetParam().command);
-    EXPECT_EQ(link.SendCommand(command),
-              command + QLatin1Char('\r') + QString::fromLatin1(GetParam().answer) + QStringLiteral("\r\n"));
+    const std::pair<const char*, const char*> cases[] = {{"ZQ318", "OK"},
+                                                         {"KV~E", "OK"},
+                                                         {"KV~F0000R", "000000AA000000000000000000000000"},
+                                                         {"KV~F1FF0R", "00112233445566778899AABBCCDDEEFF"},
+                                                         {"KV~F2000R", "NG"},     // beyond the memory map
+                                                         {"KV~F0208R", "NG"},     // not a block address
+                                                         {"KV~F02G0R", "NG"},     // not hexadecimal
+                                                         {"KV~F0200X", "NG"},     // unknown operation
+                                                         {"KV~F0200W0123", "NG"}, // too few data digits
+                                                         {"KV~F0200W0123456789ABCDEF0123456789ABCDEX", "NG"},
+                                                         {"KV~F0200W0123456789abcdef0123456789ABCDEF", "OK"},
+                                                         {"HELLO", "NG"}};
+    for (const auto& [command, answer] : cases)
+        EXPECT_EQ(link.SendCommand(QString::fromLatin1(command)),
+                  QStringLiteral("%1\r%2\r\n").arg(QLatin1String(command), QLatin1String(answer)));
 }
 
-INSTANTIATE_TEST_SUITE_P(Commands, RadioProtocolTest,
-                         ::testing::Values(ProtocolCase{"ZQ318", "OK"}, ProtocolCase{"KV~E", "OK"},
-                                           ProtocolCase{"KV~F0000R", "000000AA000000000000000000000000"},
-                                           ProtocolCase{"KV~F1FF0R", "00112233445566778899AABBCCDDEEFF"},
-                                           ProtocolCase{"KV~F2000R", "NG"},     // beyond the memory map
-                                           ProtocolCase{"KV~F0208R", "NG"},     // not a block address
-                                           ProtocolCase{"KV~F02G0R", "NG"},     // not hexadecimal
-                                           ProtocolCase{"KV~F0200X", "NG"},     // unknown operation
-                                           ProtocolCase{"KV~F0200W0123", "NG"}, // too few data digits
-                                           ProtocolCase{"KV~F0200W0123456789ABCDEF0123456789ABCDEX", "NG"},
-                                           ProtocolCase{"KV~F0200W0123456789abcdef0123456789ABCDEF", "OK"},
-                                           ProtocolCase{"HELLO", "NG"}));
-
 TEST_F(RadioTest, DroppedWriteIsAcknowledgedButNotStored) {
-    radio.addFault(*ParseFault(QStringLiteral("drop@0200")));
+    addFault("drop@0200");
     ASSERT_TRUE(link.open().ok());
-    const QString data = QStringLiteral("0123456789ABCDEF0123456789ABCDEF");
-    EXPECT_TRUE(link.SendCommand(QStringLiteral("KV~F0200W") + data).endsWith(QStringLiteral("OK\r\n")));
+    const QString write = QStringLiteral("KV~F0200W0123456789ABCDEF0123456789ABCDEF");
+    EXPECT_TRUE(link.SendCommand(write).endsWith(QStringLiteral("OK\r\n")));
     EXPECT_EQ(radio.blockHex(0x200), QString(32, QLatin1Char('0')));
     // A fault spoils one exchange only.
-    EXPECT_TRUE(link.SendCommand(QStringLiteral("KV~F0200W") + data).endsWith(QStringLiteral("OK\r\n")));
-    EXPECT_EQ(radio.blockHex(0x200), data);
+    EXPECT_TRUE(link.SendCommand(write).endsWith(QStringLiteral("OK\r\n")));
+    EXPECT_EQ(radio.blockHex(0x200), write.mid(9));
 }
 
 TEST_F(RadioTest, LineRatePacesEveryCharacter) {
@@ -129,41 +98,27 @@ TEST(RadioImageTest, CloneFileLinesRoundTripThroughMemory) {
     EXPECT_EQ(quint8(copy[kCloneCodeByte]), kCloneCodeA);
 }
 
-struct BadImageCase {
-    const char* name;
-    int line;
-    const char* text;
-    zq::model::Outcome outcome;
-};
-
-void PrintTo(const BadImageCase& c, std::ostream* os) {
-    *os << c.name;
-}
-
-class BadImageTest : public ::testing::TestWithParam<BadImageCase> {};
-
-TEST_P(BadImageTest, RejectedWithoutTouchingMemory) {
+TEST(RadioImageTest, BadImageIsRejectedWithoutTouchingMemory) {
     VirtualRadio radio;
     FillSampleRadio(radio);
-    QStringList lines = CloneLines(radio.memory());
-    if (GetParam().line < 0)
-        lines = lines.mid(0, 300);
-    else
-        lines[GetParam().line] = QString::fromLatin1(GetParam().text);
-    QByteArray memory(kMemorySize, '\x11');
-    const QByteArray before = memory;
-    EXPECT_EQ(ApplyCloneLines(lines, memory).outcome, GetParam().outcome);
-    EXPECT_EQ(memory, before);
+    const QStringList lines = CloneLines(radio.memory());
+    const struct {
+        int line; // -1: the file stops after 300 lines
+        const char* text;
+        zq::model::Outcome outcome;
+    } cases[] = {{-1, "", zq::model::Outcome::FileOpenError},
+                 {0, "Korvex ZQ-318X Clone 0 FileStart", zq::model::Outcome::DataError},
+                 {418, "Korvex ZQ-318 Clone File End....", zq::model::Outcome::DataError},
+                 {20, "0123", zq::model::Outcome::DataError},
+                 {30, "0123456789ABCDEF0123456789ABCDEG", zq::model::Outcome::DataError}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.line);
+        QStringList bad = lines.mid(0, c.line < 0 ? 300 : -1);
+        if (c.line >= 0) bad[c.line] = QString::fromLatin1(c.text);
+        QByteArray memory(kMemorySize, '\x11');
+        EXPECT_EQ(ApplyCloneLines(bad, memory).outcome, c.outcome);
+        EXPECT_EQ(memory, QByteArray(kMemorySize, '\x11'));
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Images, BadImageTest,
-    ::testing::Values(
-        BadImageCase{"Truncated", -1, "", zq::model::Outcome::FileOpenError},
-        BadImageCase{"Header", 0, "Korvex ZQ-318X Clone 0 FileStart", zq::model::Outcome::DataError},
-        BadImageCase{"EndLine", 418, "Korvex ZQ-318 Clone File End....", zq::model::Outcome::DataError},
-        BadImageCase{"ShortLine", 20, "0123", zq::model::Outcome::DataError},
-        BadImageCase{"NotHex", 30, "0123456789ABCDEF0123456789ABCDEG", zq::model::Outcome::DataError}),
-    [](const ::testing::TestParamInfo<BadImageCase>& info) { return std::string(info.param.name); });
 
 } // namespace
