@@ -145,6 +145,7 @@ INSTANTIATE_TEST_SUITE_P(Cases, Cli, ::testing::ValuesIn(kCases),
 TEST_F(Workspace, ShowPrintsBothGrids) {
     const ToolRun r = run({"show", "@demo.318"});
     EXPECT_EQ(r.status, 0);
+    EXPECT_TRUE(r.err.isEmpty());
     const QStringList lines = r.out.split(QLatin1Char('\n'));
     ASSERT_EQ(lines.size(), 4 + 1 + 13 + 1);
     EXPECT_EQ(lines[0],

@@ -19,16 +19,15 @@ TEST(Stores, MemoryDefaultsFollowTheVariant) {
         MemoryTable memory;
         LoadMemoryDefaults(memory, variant);
         const bool a = variant == VariantA;
+        const std::tuple<int, const char*, double> cells[] = {
+            {ColStep, "5KHz", 0}, {ColTxTone, "88.5Hz", 8}, {ColOffset, "0.6000", 0.6},
+            {ColPower, "Lo", 0},  {ColBlank, "Off", 0},     {ColBsv, "On", 0}};
         for (int row : {0, 199, kTemplateRow}) {
             EXPECT_FALSE(memory.ChannelInUse(row));
             EXPECT_EQ(memory.cell(row, ColFrequency),
                       (Cell{a ? QStringLiteral("155.0000") : QStringLiteral("145.0000"), a ? 155.0 : 145.0}));
-            EXPECT_EQ(memory.cell(row, ColStep), (Cell{QStringLiteral("5KHz"), 0}));
-            EXPECT_EQ(memory.cell(row, ColTxTone), (Cell{QStringLiteral("88.5Hz"), 8}));
-            EXPECT_EQ(memory.cell(row, ColOffset), (Cell{QStringLiteral("0.6000"), 0.6}));
-            EXPECT_EQ(memory.cell(row, ColPower), (Cell{QStringLiteral("Lo"), 0}));
-            EXPECT_EQ(memory.cell(row, ColBlank), (Cell{QStringLiteral("Off"), 0}));
-            EXPECT_EQ(memory.cell(row, ColBsv), (Cell{QStringLiteral("On"), 0}));
+            for (const auto& [column, text, number] : cells)
+                EXPECT_EQ(memory.cell(row, column), (Cell{QLatin1String(text), number})) << column;
         }
     }
 }
