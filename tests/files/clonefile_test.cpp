@@ -29,22 +29,10 @@ QByteArray demoBytes() {
 }
 
 // Everything a load may change, to show that a failed one changed nothing.
-struct Snapshot {
-    MemoryTable memory;
-    SpecialTable special;
-    SettingsBlock block;
-    RadioSettings settings;
-    std::array<QString, 9> dials;
-    QString path;
-    bool changed;
-    int variant;
-    bool codeA;
-    explicit Snapshot(const Document& d)
-        : memory(d.memory), special(d.special), block(d.settingsBlock), settings(d.settings),
-          dials(d.dialTexts), path(d.CurrentFilePath()), changed(d.DataChanged()), variant(d.ModelVariant()),
-          codeA(d.CloneCodeA()) {}
-    bool operator==(const Snapshot&) const = default;
-};
+auto state(const Document& d) {
+    return std::tuple(d.memory, d.special, d.settingsBlock, d.settings, d.dialTexts, d.CurrentFilePath(),
+                      d.DataChanged(), d.ModelVariant(), d.CloneCodeA());
+}
 
 class CloneFileTest : public ::testing::Test {
 protected:
@@ -167,13 +155,13 @@ TEST_P(BadCloneFile, OpenReportsItAndChangesNothing) {
     testdata::FillAllChannels(document);
     document.setCurrentFilePath(QStringLiteral("/somewhere/else.318"));
     document.setDataChanged(true);
-    const Snapshot before(document);
+    const auto before = state(document);
 
     const Result result = files::OpenCloneFile(document, file);
     EXPECT_EQ(result.outcome, GetParam().outcome) << result.detail.toStdString();
     EXPECT_EQ(result.line, GetParam().line) << result.detail.toStdString();
     EXPECT_FALSE(result.detail.isEmpty());
-    EXPECT_TRUE(Snapshot(document) == before);
+    EXPECT_TRUE(state(document) == before);
 
     // At start-up, a file that cannot be read in full or decoded is fatal.
     Document startup;
