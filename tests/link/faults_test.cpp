@@ -28,7 +28,7 @@ TEST_P(FaultTest, StopsAtOnceAndKeepsWhatCameBefore) {
     if (c.transfer == Transfer::ReadMemory || c.transfer == Transfer::ReadSettings)
         FillSampleRadio(radio);
     else
-        document.memory = SampleMemory();
+        FillSampleDocument(document);
     const QByteArray radioBefore = radio.memory();
     const MemoryTable memoryBefore = document.memory;
     const SpecialTable specialBefore = document.special;

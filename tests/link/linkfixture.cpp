@@ -11,9 +11,9 @@ using namespace zq::model;
 
 namespace linktest {
 
-MemoryTable SampleMemory() {
+void FillSampleDocument(Document& document) {
     static const int toneModes[] = {0, 1, 3, 12};
-    MemoryTable memory;
+    MemoryTable& memory = document.memory;
     for (int n = 0; n < kChannelCount; ++n) {
         memory.setChannelInUse(n, n % 4 != 3);
         // In column order, from the frequency to BCLO; the blank column stays as it is.
@@ -36,11 +36,7 @@ MemoryTable SampleMemory() {
         memory.set(n, ColName, name, name.isEmpty() ? 0 : 1);
         memory.set(n, ColSkip, QString(), n % 5 == 0 ? 1 : 0);
     }
-    return memory;
-}
-
-SpecialTable SampleSpecial() {
-    SpecialTable special;
+    SpecialTable& special = document.special;
     LoadSpecialDefaults(special, VariantT);
     special.set(kVfoRow, ColFrequency, QStringLiteral("146.5200"), 146.52);
     special.set(kVfoRow, ColTone, QStringLiteral("TSQ"), 3);
@@ -49,45 +45,35 @@ SpecialTable SampleSpecial() {
     special.set(kCallRow, ColBsv, QString(), 2);
     special.set(kCallRow, ColPower, QString(), 2);
     special.set(kRptRow, ColOffset, QString(), 1.6);
-    return special;
-}
-
-SettingsBlock SampleSettingsBlock() {
-    const RadioSettings settings{.volume = 14,
-                                 .squelch = 3,
-                                 .dtmfWait = 2,
-                                 .timeOutTimer = 9,
-                                 .keyLock = true,
-                                 .beep = true,
-                                 .scanEnable = true,
-                                 .nameEnable = true,
-                                 .batteryType = 1};
-    SettingsBlock block;
-    BuildSettingsBlock(block, settings);
-    return block;
-}
-
-QStringList SampleDialTexts() {
-    return {"123#", "*0A", "", "555-1212", "D", "0123456789ABCD*#", "", "9", "ABCD"};
+    document.settings = RadioSettings{.volume = 14,
+                                      .squelch = 3,
+                                      .dtmfWait = 2,
+                                      .timeOutTimer = 9,
+                                      .keyLock = true,
+                                      .beep = true,
+                                      .lamp = 1,
+                                      .scanEnable = true,
+                                      .nameEnable = true,
+                                      .batteryType = 1};
+    document.dialTexts = {"123#", "*0A", "", "555-1212", "D", "0123456789ABCD*#", "", "9", "ABCD"};
 }
 
 void FillSampleRadio(zq::radio::VirtualRadio& radio) {
-    const MemoryTable memory = SampleMemory();
+    Document sample;
+    FillSampleDocument(sample);
     for (int n = 0; n < kChannelCount; ++n) {
-        radio.setBlockHex(0x200 + 0x20 * n, EncodeChannelFirstHalf(memory, n));
-        radio.setBlockHex(0x210 + 0x20 * n, EncodeChannelSecondHalf(memory, n));
+        radio.setBlockHex(0x200 + 0x20 * n, EncodeChannelFirstHalf(sample.memory, n));
+        radio.setBlockHex(0x210 + 0x20 * n, EncodeChannelSecondHalf(sample.memory, n));
     }
-    SpecialTable special = SampleSpecial();
     for (int row = 0; row < 3; ++row) {
-        radio.setBlockHex(0x100 + 0x20 * row, EncodeSpecialFirstHalf(special, row));
-        radio.setBlockHex(0x110 + 0x20 * row, EncodeSpecialSecondHalf(special, row));
+        radio.setBlockHex(0x100 + 0x20 * row, EncodeSpecialFirstHalf(sample.special, row));
+        radio.setBlockHex(0x110 + 0x20 * row, EncodeSpecialSecondHalf(sample.special, row));
     }
-    const SettingsBlock block = SampleSettingsBlock();
-    radio.setBlockHex(0xE0, block.halfA);
-    radio.setBlockHex(0xF0, block.halfB);
-    const QStringList dials = SampleDialTexts();
+    BuildSettingsBlock(sample.settingsBlock, sample.settings);
+    radio.setBlockHex(0xE0, sample.settingsBlock.halfA);
+    radio.setBlockHex(0xF0, sample.settingsBlock.halfB);
     for (int k = 0; k < kDialCount; ++k)
-        radio.setBlockHex(0x1F00 + 0x10 * k, MakeDialData(dials.at(k)));
+        radio.setBlockHex(0x1F00 + 0x10 * k, MakeDialData(sample.dialTexts[k]));
 }
 
 MemoryTable DecodeRadioChannels(const zq::radio::VirtualRadio& radio, MemoryTable base) {

@@ -14,11 +14,9 @@
 
 namespace linktest {
 
-// Varied channels (empty, skipped, named, every tone mode), settings, special records and dial texts.
-zq::model::MemoryTable SampleMemory();
-zq::model::SpecialTable SampleSpecial();
-zq::model::SettingsBlock SampleSettingsBlock();
-QStringList SampleDialTexts();
+// Varied channels (empty, skipped, named, every tone mode), settings, special records and dial texts,
+// in a document and as a radio's blocks.
+void FillSampleDocument(zq::model::Document& document);
 void FillSampleRadio(zq::radio::VirtualRadio& radio);
 
 // What the radio's channel blocks decode into, on top of `base`.

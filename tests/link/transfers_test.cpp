@@ -14,19 +14,35 @@ using namespace linktest;
 
 namespace {
 
-// The address and operation of each block command: "0200R".
-QStringList BlockCommands(const QStringList& commands) {
-    QStringList blocks;
+// Block commands cut to their address and operation, "KV~F0200W"; other commands as they are.
+QStringList Skeleton(const QStringList& commands) {
+    QStringList skeleton;
     for (const QString& c : commands)
-        if (c.startsWith(QLatin1String("KV~F"))) blocks << c.mid(4, 5);
+        skeleton << (c.startsWith(QLatin1String("KV~F")) ? c.left(9) : c);
+    return skeleton;
+}
+
+QStringList Blocks(QList<int> addresses, char operation) {
+    QStringList blocks;
+    for (int address : addresses)
+        blocks << QStringLiteral("KV~F%1%2").arg(address, 4, 16, QLatin1Char('0')).toUpper().arg(operation);
     return blocks;
 }
 
 QStringList ChannelBlocks(char operation) {
-    QStringList blocks;
+    QList<int> addresses;
     for (int address = 0x200; address < 0x1B00; address += 0x10)
-        blocks << QStringLiteral("%1%2").arg(address, 4, 16, QLatin1Char('0')).toUpper().arg(operation);
-    return blocks;
+        addresses << address;
+    return Blocks(addresses, operation);
+}
+
+// Settings, the special records (the repeater's only when writing) and the dial memories.
+QStringList SettingsBlocks(char operation) {
+    QList<int> addresses{0xE0, 0xF0, 0x100, 0x110, 0x120, 0x130, 0x140, 0x150};
+    if (operation == 'R') addresses.resize(6);
+    for (int address = 0x1F00; address <= 0x1F80; address += 0x10)
+        addresses << address;
+    return Blocks(addresses, operation);
 }
 
 using TransferTest = RadioTest;
@@ -49,102 +65,70 @@ TEST_F(TransferTest, ReadMemoryDecodesEveryChannelInAddressOrder) {
     EXPECT_TRUE(SameMemoryRow(document.memory, before, kTemplateRow));
     EXPECT_EQ(progress, all);
     EXPECT_EQ(notified, all);
-    EXPECT_EQ(BlockCommands(radio.commands()), ChannelBlocks('R'));
-    EXPECT_EQ(radio.commands().size(), 401);
-    EXPECT_EQ(radio.commands().last(), QStringLiteral("KV~E"));
+    EXPECT_EQ(radio.commands(), ChannelBlocks('R') << QStringLiteral("KV~E"));
     // 400 pauses after the commands, one before the end command and one after it.
     EXPECT_GE(elapsed, 402 * kCommandPauseMs);
     EXPECT_LT(elapsed, 402 * kCommandPauseMs * 3 / 2);
 }
 
-TEST_F(TransferTest, WriteMemorySendsEveryChannelEmptyOnesIncluded) {
-    document.memory = SampleMemory();
+// Two sessions each way, and everything written is read back.
+TEST_F(TransferTest, WriteAllThenReadAllCarriesEverything) {
+    FillSampleDocument(document);
     QList<int> progress;
-    const Result result = WriteMemory(link, document, [&](int channel) { progress << channel; });
-    ASSERT_TRUE(result.ok()) << result.detail.toStdString();
-    for (int n = 0; n < kChannelCount; ++n) {
-        EXPECT_EQ(radio.blockHex(0x200 + 0x20 * n), EncodeChannelFirstHalf(document.memory, n)) << n;
-        EXPECT_EQ(radio.blockHex(0x210 + 0x20 * n), EncodeChannelSecondHalf(document.memory, n)) << n;
-    }
-    EXPECT_EQ(radio.commands().first(), QStringLiteral("ZQ318"));
-    EXPECT_EQ(BlockCommands(radio.commands()), ChannelBlocks('W'));
-    EXPECT_EQ(radio.commands().size(), 402);
-    EXPECT_EQ(radio.commands().last(), QStringLiteral("KV~E"));
+    const AllResult written = WriteAll(link, document, [&](int channel) { progress << channel; });
+    EXPECT_TRUE(written.settings.ok() && written.memory.ok() && written.first().ok());
     EXPECT_EQ(progress.last(), 199);
-}
-
-TEST_F(TransferTest, ReadSettingsFillsSettingsSpecialRowsAndDials) {
-    FillSampleRadio(radio);
-    document.special.set(kRptRow, ColFrequency, QStringLiteral("145.0000"), 145.0);
-    document.special.set(kRptRow, ColPower, QStringLiteral("High"), 2);
-    const SpecialTable before = document.special;
-    int dialSignals = 0;
-    QObject::connect(&document, &Document::dialTextsChanged, [&] { ++dialSignals; });
-
-    const Result result = ReadSettings(link, document);
-    ASSERT_TRUE(result.ok()) << result.detail.toStdString();
-
-    SettingsBlock applied = SampleSettingsBlock();
-    EXPECT_EQ(document.settingsBlock, applied);
-    RadioSettings expectedSettings;
-    ApplySettingsBlock(applied, expectedSettings);
-    EXPECT_EQ(document.settings, expectedSettings);
-
-    SpecialTable expected = before;
-    for (int row = 0; row < 2; ++row) {
-        DecodeSpecialRecord(expected, radio.blockHex(0x100 + 0x20 * row) + radio.blockHex(0x110 + 0x20 * row),
-                            row);
-        EXPECT_TRUE(SameSpecialRow(document.special, expected, row)) << row;
-    }
-    for (int c : {0, 1, 8, 9, 10, 11, 12}) // the repeater record is not read; its texts are blanked
-        EXPECT_TRUE(document.special.text(kRptRow, c).isEmpty()) << c;
-    for (int c = 2; c <= 7; ++c)
-        EXPECT_EQ(document.special.cell(kRptRow, c), before.cell(kRptRow, c)) << c;
-
-    const QStringList dials = SampleDialTexts();
-    for (int k = 0; k < kDialCount; ++k)
-        EXPECT_EQ(document.dialTexts[k], dials.at(k)) << k;
-    EXPECT_GE(dialSignals, 1);
-    EXPECT_EQ(BlockCommands(radio.commands()),
-              (QStringList{"00E0R", "00F0R", "0100R", "0110R", "0120R", "0130R", "1F00R", "1F10R", "1F20R",
-                           "1F30R", "1F40R", "1F50R", "1F60R", "1F70R", "1F80R"}));
-    EXPECT_EQ(radio.commands().last(), QStringLiteral("KV~E"));
-}
-
-TEST_F(TransferTest, WriteSettingsSendsSeventeenBlocksAndPausesInsideSpecialRecords) {
-    document.special = SampleSpecial();
-    document.settings.volume = 7;
-    document.settings.lamp = 1;
-    const QStringList dials = SampleDialTexts();
-    for (int k = 0; k < kDialCount; ++k)
-        document.dialTexts[k] = dials.at(k);
-
-    const Result result = WriteSettings(link, document);
-    ASSERT_TRUE(result.ok()) << result.detail.toStdString();
 
     SettingsBlock built;
     BuildSettingsBlock(built, document.settings);
     EXPECT_EQ(document.settingsBlock, built);
-    EXPECT_EQ(radio.blockHex(0xE0), built.halfA);
-    EXPECT_EQ(radio.blockHex(0xF0), built.halfB);
+    EXPECT_EQ(radio.blockHex(0xE0) + radio.blockHex(0xF0), built.halfA + built.halfB);
     for (int row = 0; row < 3; ++row) {
         EXPECT_EQ(radio.blockHex(0x100 + 0x20 * row), EncodeSpecialFirstHalf(document.special, row)) << row;
         EXPECT_EQ(radio.blockHex(0x110 + 0x20 * row), EncodeSpecialSecondHalf(document.special, row)) << row;
     }
     for (int k = 0; k < kDialCount; ++k)
-        EXPECT_EQ(radio.blockHex(0x1F00 + 0x10 * k), MakeDialData(dials.at(k)));
-
-    const QStringList& commands = radio.commands();
-    ASSERT_EQ(commands.size(), 19);
-    EXPECT_EQ(commands.first(), QStringLiteral("ZQ318"));
-    EXPECT_EQ(commands.last(), QStringLiteral("KV~E"));
-    // The second half of each special record follows its first half after 100 ms, not 10.
-    ASSERT_EQ(arrivals.size(), 19);
-    for (int i : {3, 5, 7}) {
-        EXPECT_TRUE(commands.at(i + 1).startsWith(QStringLiteral("KV~F01"))) << i;
-        EXPECT_GE(arrivals.at(i + 1) - arrivals.at(i), 100) << i;
+        EXPECT_EQ(radio.blockHex(0x1F00 + 0x10 * k), MakeDialData(document.dialTexts[k])) << k;
+    for (int n = 0; n < kChannelCount; ++n) { // empty channels included
+        EXPECT_EQ(radio.blockHex(0x200 + 0x20 * n), EncodeChannelFirstHalf(document.memory, n)) << n;
+        EXPECT_EQ(radio.blockHex(0x210 + 0x20 * n), EncodeChannelSecondHalf(document.memory, n)) << n;
     }
+    const QStringList writes = Skeleton(radio.commands());
+    EXPECT_EQ(writes, QStringList("ZQ318")
+                          << SettingsBlocks('W') << QStringLiteral("KV~E") << QStringLiteral("ZQ318")
+                          << ChannelBlocks('W') << QStringLiteral("KV~E"));
+    // The second half of each special record follows its first half after 100 ms, not 10.
+    ASSERT_EQ(arrivals.size(), writes.size());
+    for (int i : {3, 5, 7})
+        EXPECT_GE(arrivals.at(i + 1) - arrivals.at(i), 100) << i;
     EXPECT_LT(arrivals.at(2) - arrivals.at(1), 100);
+
+    Document copy;
+    copy.special.set(kRptRow, ColFrequency, QStringLiteral("145.0000"), 145.0);
+    copy.special.set(kRptRow, ColPower, QStringLiteral("High"), 2);
+    const SpecialTable before = copy.special;
+    const MemoryTable expected = DecodeRadioChannels(radio, copy.memory);
+    int dialSignals = 0;
+    QObject::connect(&copy, &Document::dialTextsChanged, [&] { ++dialSignals; });
+    const AllResult read = ReadAll(link, copy);
+    EXPECT_TRUE(read.settings.ok() && read.memory.ok());
+    EXPECT_EQ(Skeleton(radio.commands().mid(writes.size())),
+              SettingsBlocks('R') << QStringLiteral("KV~E") << ChannelBlocks('R') << QStringLiteral("KV~E"));
+    EXPECT_EQ(copy.memory, expected);
+    EXPECT_EQ(copy.settingsBlock, built);
+    EXPECT_EQ(copy.settings, document.settings);
+    EXPECT_EQ(copy.dialTexts, document.dialTexts);
+    EXPECT_GE(dialSignals, 1);
+    SpecialTable special = before;
+    for (int row = 0; row < 2; ++row) {
+        DecodeSpecialRecord(special, radio.blockHex(0x100 + 0x20 * row) + radio.blockHex(0x110 + 0x20 * row),
+                            row);
+        EXPECT_TRUE(SameSpecialRow(copy.special, special, row)) << row;
+    }
+    for (int c : {0, 1, 8, 9, 10, 11, 12}) // the repeater record is not read; its texts are blanked
+        EXPECT_TRUE(copy.special.text(kRptRow, c).isEmpty()) << c;
+    for (int c = 2; c <= 7; ++c)
+        EXPECT_EQ(copy.special.cell(kRptRow, c), before.cell(kRptRow, c)) << c;
 }
 
 struct DetectCase {
@@ -183,19 +167,18 @@ TEST_P(AutoSelectTest, SelectsVariantAndCloneCode) {
     EXPECT_EQ(radio.commands(), QStringList({"ZQ318", "KV~F0000R", "KV~E"}).mid(0, detected ? 3 : 2));
 }
 
+constexpr Outcome Done = Outcome::Done, Comm = Outcome::CommunicationError;
+
 INSTANTIATE_TEST_SUITE_P(
     Codes, AutoSelectTest,
-    ::testing::Values(
-        DetectCase{"T", 0xAA, false, "", Outcome::Done, VariantT, "ZQ-318 T"},
-        DetectCase{"EcloneA", 0x55, true, "", Outcome::Done, VariantE, "ZQ-318 E"},
-        DetectCase{"TfhCloneA", 0x33, true, "", Outcome::Done, VariantJ, "ZQ-318 TFH"},
-        DetectCase{"UnknownModel", 0x34, true, "", Outcome::CommunicationError, VariantA, "ZQ-318 A"},
-        DetectCase{"ZeroModel", 0x00, false, "", Outcome::CommunicationError, VariantA, "ZQ-318 A"},
-        DetectCase{"EndNgKeepsDetected", 0x55, true, "ng@end", Outcome::CommunicationError, VariantE,
-                   "ZQ-318 E"},
-        // 33 garbles to CC, a model code no radio reports.
-        DetectCase{"GarbledIdentity", 0x33, true, "garble@0000", Outcome::CommunicationError, VariantA,
-                   "ZQ-318 A"}),
+    ::testing::Values(DetectCase{"T", 0xAA, false, "", Done, VariantT, "ZQ-318 T"},
+                      DetectCase{"EcloneA", 0x55, true, "", Done, VariantE, "ZQ-318 E"},
+                      DetectCase{"TfhCloneA", 0x33, true, "", Done, VariantJ, "ZQ-318 TFH"},
+                      DetectCase{"UnknownModel", 0x34, true, "", Comm, VariantA, "ZQ-318 A"},
+                      DetectCase{"ZeroModel", 0x00, false, "", Comm, VariantA, "ZQ-318 A"},
+                      DetectCase{"EndNg", 0x55, true, "ng@end", Comm, VariantE, "ZQ-318 E"},
+                      // 33 garbles to CC, a model code no radio reports.
+                      DetectCase{"GarbledIdentity", 0x33, true, "garble@0000", Comm, VariantA, "ZQ-318 A"}),
     CaseName<DetectCase>);
 
 TEST_F(TransferTest, ReadAllRunsMemoryEvenAfterSettingsFailed) {
@@ -208,19 +191,6 @@ TEST_F(TransferTest, ReadAllRunsMemoryEvenAfterSettingsFailed) {
     EXPECT_EQ(radio.commands().count(QStringLiteral("KV~E")), 1); // only the memory session ended
     EXPECT_EQ(radio.commands().at(2), QStringLiteral("KV~F0200R"));
     EXPECT_TRUE(SameMemoryRow(document.memory, DecodeRadioChannels(radio, document.memory), 199));
-}
-
-TEST_F(TransferTest, WriteAllIsTwoSessionsEachWithModelCheck) {
-    document.memory = SampleMemory();
-    const AllResult all = WriteAll(link, document);
-    EXPECT_TRUE(all.settings.ok());
-    EXPECT_TRUE(all.memory.ok());
-    EXPECT_TRUE(all.first().ok());
-    const QStringList& commands = radio.commands();
-    ASSERT_EQ(commands.size(), 19 + 402);
-    EXPECT_EQ(commands.at(18), QStringLiteral("KV~E"));
-    EXPECT_EQ(commands.at(19), QStringLiteral("ZQ318"));
-    EXPECT_EQ(radio.blockHex(0x1AF0), EncodeChannelSecondHalf(document.memory, 199));
 }
 
 TEST_F(TransferTest, ServiceReadShowsRawReplyAndDumpCoversFirstFourKilobytes) {
