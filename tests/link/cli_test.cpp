@@ -72,7 +72,7 @@ TEST(CliTest, ReadThenWriteCopiesOneRadioToAnother) {
 
 struct FailureCase {
     const char* name;
-    QStringList arguments; // PORT: the radio's device, OUT: an existing file
+    const char* arguments; // PORT: the radio's device, OUT: an existing file
     const char* fault;
     int status;
     const char* message;
@@ -92,10 +92,10 @@ TEST_P(CliFailureTest, ReportsAndLeavesOutputAlone) {
         ASSERT_TRUE(existing.open(QIODevice::WriteOnly));
         existing.write("previous contents\n");
     }
-    QStringList arguments = c.arguments;
-    arguments.replaceInStrings(QStringLiteral("OUT"), output)
-        .replaceInStrings(QStringLiteral("PORT"), radio.devicePath());
-    const ToolRun run = RunTool(arguments);
+    const ToolRun run = RunTool(QString::fromLatin1(c.arguments)
+                                    .split(QLatin1Char(' '))
+                                    .replaceInStrings(QStringLiteral("OUT"), output)
+                                    .replaceInStrings(QStringLiteral("PORT"), radio.devicePath()));
     EXPECT_EQ(run.status, c.status);
     EXPECT_TRUE(run.firstErrorLine.startsWith(QString::fromLatin1(c.message)))
         << run.firstErrorLine.toStdString();
@@ -107,30 +107,17 @@ TEST_P(CliFailureTest, ReportsAndLeavesOutputAlone) {
 INSTANTIATE_TEST_SUITE_P(
     Verbs, CliFailureTest,
     ::testing::Values(
-        FailureCase{"DetectNg", {"--port", "PORT", "detect"}, "ng@model", 3, "Communication Error: "},
-        FailureCase{"ReadFirstChannelNg",
-                    {"--port", "PORT", "--quiet", "read", "-o", "OUT"},
-                    "ng@0200",
-                    3,
+        FailureCase{"DetectNg", "--port PORT detect", "ng@model", 3, "Communication Error: "},
+        FailureCase{"ReadFirstChannelNg", "--port PORT --quiet read -o OUT", "ng@0200", 3,
                     "Communication Error: "},
-        FailureCase{"ReadSettingsHangup",
-                    {"--port", "PORT", "read", "--settings", "-o", "OUT"},
-                    "hangup@00F0",
-                    4,
+        FailureCase{"ReadSettingsHangup", "--port PORT read --settings -o OUT", "hangup@00F0", 4,
                     "COM Port Error"},
-        FailureCase{"WriteDataError", {"--port", "PORT", "write", "OUT"}, "", 5, "Data Error"},
-        FailureCase{"ReadBothOptions",
-                    {"--port", "PORT", "read", "--settings", "--memory", "-o", "OUT"},
-                    "",
-                    2,
-                    "zq318 read"},
+        FailureCase{"WriteDataError", "--port PORT write OUT", "", 5, "Data Error"},
+        FailureCase{"ReadBothOptions", "--port PORT read --settings --memory -o OUT", "", 2, "zq318 read"},
         // The service reads check nothing; the pulled cable shows when the port cannot be opened again.
-        FailureCase{"DumpIntoFileHangup",
-                    {"--port", "PORT", "dump", "-o", "OUT"},
-                    "hangup@0100",
-                    6,
+        FailureCase{"DumpIntoFileHangup", "--port PORT dump -o OUT", "hangup@0100", 6,
                     "Run-time error: cannot open"},
-        FailureCase{"NoSuchPort", {"--port", "/dev/zq318-no-such-port", "detect"}, "", 4, "COM Port Error"}),
+        FailureCase{"NoSuchPort", "--port /dev/zq318-no-such-port detect", "", 4, "COM Port Error"}),
     CaseName<FailureCase>);
 
 TEST(CliTest, DumpPrintsTheFirstFourKilobytes) {

@@ -82,18 +82,6 @@ MemoryTable DecodeRadioChannels(const zq::radio::VirtualRadio& radio, MemoryTabl
     return base;
 }
 
-bool SameMemoryRow(const MemoryTable& a, const MemoryTable& b, int row) {
-    for (int c = 0; c < kMemoryColumns; ++c)
-        if (!(a.cell(row, c) == b.cell(row, c))) return false;
-    return a.ChannelInUse(row) == b.ChannelInUse(row);
-}
-
-bool SameSpecialRow(const SpecialTable& a, const SpecialTable& b, int row) {
-    for (int c = 0; c < kSpecialColumns; ++c)
-        if (!(a.cell(row, c) == b.cell(row, c))) return false;
-    return true;
-}
-
 Result RunTransfer(Transfer transfer, zq::link::SerialLink& link, Document& document) {
     using namespace zq::link;
     static const std::function<Result(SerialLink&, Document&)> transfers[] = {

@@ -22,8 +22,14 @@ void FillSampleRadio(zq::radio::VirtualRadio& radio);
 // What the radio's channel blocks decode into, on top of `base`.
 zq::model::MemoryTable DecodeRadioChannels(const zq::radio::VirtualRadio& radio, zq::model::MemoryTable base);
 
-bool SameMemoryRow(const zq::model::MemoryTable& a, const zq::model::MemoryTable& b, int row);
-bool SameSpecialRow(const zq::model::SpecialTable& a, const zq::model::SpecialTable& b, int row);
+// Every cell of the row alike, and for channels the in-use flag.
+template <class Table> bool SameRow(const Table& a, const Table& b, int row) {
+    if constexpr (requires { a.ChannelInUse(row); })
+        if (a.ChannelInUse(row) != b.ChannelInUse(row)) return false;
+    for (int c = 0; c < Table::columns; ++c)
+        if (!(a.cell(row, c) == b.cell(row, c))) return false;
+    return true;
+}
 
 enum class Transfer { ReadMemory, WriteMemory, ReadSettings, WriteSettings, AutoSelect, Dump };
 zq::model::Result RunTransfer(Transfer transfer, zq::link::SerialLink& link, zq::model::Document& document);

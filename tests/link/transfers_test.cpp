@@ -22,27 +22,20 @@ QStringList Skeleton(const QStringList& commands) {
     return skeleton;
 }
 
-QStringList Blocks(QList<int> addresses, char operation) {
+QStringList Blocks(int first, int last, char operation) {
     QStringList blocks;
-    for (int address : addresses)
+    for (int address = first; address <= last; address += 0x10)
         blocks << QStringLiteral("KV~F%1%2").arg(address, 4, 16, QLatin1Char('0')).toUpper().arg(operation);
     return blocks;
 }
 
 QStringList ChannelBlocks(char operation) {
-    QList<int> addresses;
-    for (int address = 0x200; address < 0x1B00; address += 0x10)
-        addresses << address;
-    return Blocks(addresses, operation);
+    return Blocks(0x200, 0x1AF0, operation);
 }
 
 // Settings, the special records (the repeater's only when writing) and the dial memories.
 QStringList SettingsBlocks(char operation) {
-    QList<int> addresses{0xE0, 0xF0, 0x100, 0x110, 0x120, 0x130, 0x140, 0x150};
-    if (operation == 'R') addresses.resize(6);
-    for (int address = 0x1F00; address <= 0x1F80; address += 0x10)
-        addresses << address;
-    return Blocks(addresses, operation);
+    return Blocks(0xE0, operation == 'W' ? 0x150 : 0x130, operation) + Blocks(0x1F00, 0x1F80, operation);
 }
 
 using TransferTest = RadioTest;
@@ -61,8 +54,8 @@ TEST_F(TransferTest, ReadMemoryDecodesEveryChannelInAddressOrder) {
 
     const MemoryTable expected = DecodeRadioChannels(radio, before);
     for (int n = 0; n < kChannelCount; ++n)
-        EXPECT_TRUE(SameMemoryRow(document.memory, expected, n)) << n;
-    EXPECT_TRUE(SameMemoryRow(document.memory, before, kTemplateRow));
+        EXPECT_TRUE(SameRow(document.memory, expected, n)) << n;
+    EXPECT_TRUE(SameRow(document.memory, before, kTemplateRow));
     EXPECT_EQ(progress, all);
     EXPECT_EQ(notified, all);
     EXPECT_EQ(radio.commands(), ChannelBlocks('R') << QStringLiteral("KV~E"));
@@ -123,7 +116,7 @@ TEST_F(TransferTest, WriteAllThenReadAllCarriesEverything) {
     for (int row = 0; row < 2; ++row) {
         DecodeSpecialRecord(special, radio.blockHex(0x100 + 0x20 * row) + radio.blockHex(0x110 + 0x20 * row),
                             row);
-        EXPECT_TRUE(SameSpecialRow(copy.special, special, row)) << row;
+        EXPECT_TRUE(SameRow(copy.special, special, row)) << row;
     }
     for (int c : {0, 1, 8, 9, 10, 11, 12}) // the repeater record is not read; its texts are blanked
         EXPECT_TRUE(copy.special.text(kRptRow, c).isEmpty()) << c;
@@ -168,18 +161,15 @@ TEST_P(AutoSelectTest, SelectsVariantAndCloneCode) {
 }
 
 constexpr Outcome Done = Outcome::Done, Comm = Outcome::CommunicationError;
-
-INSTANTIATE_TEST_SUITE_P(
-    Codes, AutoSelectTest,
-    ::testing::Values(DetectCase{"T", 0xAA, false, "", Done, VariantT, "ZQ-318 T"},
-                      DetectCase{"EcloneA", 0x55, true, "", Done, VariantE, "ZQ-318 E"},
-                      DetectCase{"TfhCloneA", 0x33, true, "", Done, VariantJ, "ZQ-318 TFH"},
-                      DetectCase{"UnknownModel", 0x34, true, "", Comm, VariantA, "ZQ-318 A"},
-                      DetectCase{"ZeroModel", 0x00, false, "", Comm, VariantA, "ZQ-318 A"},
-                      DetectCase{"EndNg", 0x55, true, "ng@end", Comm, VariantE, "ZQ-318 E"},
-                      // 33 garbles to CC, a model code no radio reports.
-                      DetectCase{"GarbledIdentity", 0x33, true, "garble@0000", Comm, VariantA, "ZQ-318 A"}),
-    CaseName<DetectCase>);
+const DetectCase kDetectCases[] = {
+    {"T", 0xAA, false, "", Done, VariantT, "ZQ-318 T"},
+    {"EcloneA", 0x55, true, "", Done, VariantE, "ZQ-318 E"},
+    {"TfhCloneA", 0x33, true, "", Done, VariantJ, "ZQ-318 TFH"},
+    {"UnknownModel", 0x34, true, "", Comm, VariantA, "ZQ-318 A"},
+    {"ZeroModel", 0x00, false, "", Comm, VariantA, "ZQ-318 A"},
+    {"EndNg", 0x55, true, "ng@end", Comm, VariantE, "ZQ-318 E"},
+    {"GarbledIdentity", 0x33, true, "garble@0000", Comm, VariantA, "ZQ-318 A"}}; // 33 garbles to CC, unknown
+INSTANTIATE_TEST_SUITE_P(Codes, AutoSelectTest, ::testing::ValuesIn(kDetectCases), CaseName<DetectCase>);
 
 TEST_F(TransferTest, ReadAllRunsMemoryEvenAfterSettingsFailed) {
     FillSampleRadio(radio);
@@ -190,7 +180,7 @@ TEST_F(TransferTest, ReadAllRunsMemoryEvenAfterSettingsFailed) {
     EXPECT_EQ(all.first().outcome, Outcome::CommunicationError);
     EXPECT_EQ(radio.commands().count(QStringLiteral("KV~E")), 1); // only the memory session ended
     EXPECT_EQ(radio.commands().at(2), QStringLiteral("KV~F0200R"));
-    EXPECT_TRUE(SameMemoryRow(document.memory, DecodeRadioChannels(radio, document.memory), 199));
+    EXPECT_TRUE(SameRow(document.memory, DecodeRadioChannels(radio, document.memory), 199));
 }
 
 TEST_F(TransferTest, ServiceReadShowsRawReplyAndDumpCoversFirstFourKilobytes) {

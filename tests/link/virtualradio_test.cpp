@@ -12,39 +12,30 @@ using namespace linktest;
 namespace {
 
 TEST(VirtualRadioTest, ParsesFaultSpecs) {
-    const struct {
-        const char* spec;
-        std::optional<Fault> fault;
-    } cases[] = {{"timeout@0FE0", Fault{Fault::Kind::Timeout, "0FE0"}},
-                 {"short@0fe0", Fault{Fault::Kind::Short, "0FE0"}},
-                 {"garble@model", Fault{Fault::Kind::Garble, "model"}},
-                 {"ng@end", Fault{Fault::Kind::Ng, "end"}},
-                 {"hangup@1AF0", Fault{Fault::Kind::Hangup, "1AF0"}},
-                 {"drop@0200", Fault{Fault::Kind::Drop, "0200"}},
-                 {"silent-end", Fault{Fault::Kind::SilentEnd, "end"}},
-                 {"timeout@FE0", std::nullopt},
-                 {"late@0200", std::nullopt},
-                 {"ng@", std::nullopt},
-                 {"", std::nullopt}};
-    for (const auto& c : cases)
-        EXPECT_EQ(ParseFault(QString::fromLatin1(c.spec)), c.fault) << c.spec;
+    using enum Fault::Kind;
+    // clang-format off
+    const std::pair<const char*, std::optional<Fault>> cases[] = {
+        {"timeout@0FE0", Fault{Timeout, "0FE0"}}, {"short@0fe0", Fault{Short, "0FE0"}},
+        {"garble@model", Fault{Garble, "model"}}, {"ng@end", Fault{Ng, "end"}}, {"hangup@1AF0", Fault{Hangup, "1AF0"}},
+        {"drop@0200", Fault{Drop, "0200"}}, {"silent-end", Fault{SilentEnd, "end"}},
+        {"timeout@FE0", {}}, {"late@0200", {}}, {"ng@", {}}, {"", {}}};
+    // clang-format on
+    for (const auto& [spec, fault] : cases)
+        EXPECT_EQ(ParseFault(QString::fromLatin1(spec)), fault) << spec;
 }
 
+// Unusable addresses (beyond the map, off a block boundary, not hexadecimal), unknown operations,
+// data of the wrong length or with a non-hex digit are all refused.
 TEST_F(RadioTest, EchoesThenAnswers) {
     radio.setBlockHex(0x1FF0, QStringLiteral("00112233445566778899AABBCCDDEEFF"));
     ASSERT_TRUE(link.open().ok());
-    const std::pair<const char*, const char*> cases[] = {{"ZQ318", "OK"},
-                                                         {"KV~E", "OK"},
-                                                         {"KV~F0000R", "000000AA000000000000000000000000"},
-                                                         {"KV~F1FF0R", "00112233445566778899AABBCCDDEEFF"},
-                                                         {"KV~F2000R", "NG"},     // beyond the memory map
-                                                         {"KV~F0208R", "NG"},     // not a block address
-                                                         {"KV~F02G0R", "NG"},     // not hexadecimal
-                                                         {"KV~F0200X", "NG"},     // unknown operation
-                                                         {"KV~F0200W0123", "NG"}, // too few data digits
-                                                         {"KV~F0200W0123456789ABCDEF0123456789ABCDEX", "NG"},
-                                                         {"KV~F0200W0123456789abcdef0123456789ABCDEF", "OK"},
-                                                         {"HELLO", "NG"}};
+    // clang-format off
+    const std::pair<const char*, const char*> cases[] = {
+        {"ZQ318", "OK"}, {"KV~E", "OK"}, {"KV~F0000R", "000000AA000000000000000000000000"},
+        {"KV~F1FF0R", "00112233445566778899AABBCCDDEEFF"}, {"KV~F2000R", "NG"}, {"KV~F0208R", "NG"},
+        {"KV~F02G0R", "NG"}, {"KV~F0200X", "NG"}, {"KV~F0200W0123", "NG"}, {"HELLO", "NG"},
+        {"KV~F0200W0123456789ABCDEF0123456789ABCDEX", "NG"}, {"KV~F0200W0123456789abcdef0123456789ABCDEF", "OK"}};
+    // clang-format on
     for (const auto& [command, answer] : cases)
         EXPECT_EQ(link.SendCommand(QString::fromLatin1(command)),
                   QStringLiteral("%1\r%2\r\n").arg(QLatin1String(command), QLatin1String(answer)));
