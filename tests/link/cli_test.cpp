@@ -53,8 +53,8 @@ TEST(CliTest, ReadThenWriteCopiesOneRadioToAnother) {
     const ToolRun readRun = RunTool({"--port", source.devicePath(), "--quiet", "read", "-o", file});
     ASSERT_EQ(readRun.status, 0) << readRun.firstErrorLine.toStdString();
     QFile saved(file);
-    ASSERT_TRUE(saved.open(QIODevice::ReadOnly));
-    const QList<QByteArray> lines = saved.readAll().split('\n');
+    const QList<QByteArray> lines =
+        saved.open(QIODevice::ReadOnly) ? saved.readAll().split('\n') : QList<QByteArray>();
     ASSERT_EQ(lines.size(), 420); // 419 lines, each ending CR LF
     EXPECT_EQ(lines.first(), zq::model::HeaderLine(zq::model::VariantE, true).toLatin1() + '\r');
 

@@ -5,7 +5,6 @@
 #include <QSocketNotifier>
 #include <fcntl.h>
 #include <memory>
-#include <termios.h>
 #include <unistd.h>
 
 using zq::link::SerialLink;
@@ -23,11 +22,6 @@ public:
             master_ >= 0 && grantpt(master_) == 0 && unlockpt(master_) == 0 ? ptsname(master_) : nullptr;
         if (!name) return;
         devicePath = QString::fromLocal8Bit(name);
-        holder_ = ::open(name, O_RDWR | O_NOCTTY | O_CLOEXEC); // no hang-up before the link opens
-        termios settings{};
-        tcgetattr(holder_, &settings);
-        cfmakeraw(&settings);
-        tcsetattr(holder_, TCSANOW, &settings);
         fcntl(master_, F_SETFL, O_NONBLOCK);
         notifier_ = std::make_unique<QSocketNotifier>(master_, QSocketNotifier::Read);
         QObject::connect(notifier_.get(), &QSocketNotifier::activated, [this] {
@@ -43,9 +37,8 @@ public:
     }
     void hangUp() {
         notifier_.reset();
-        for (int fd : {master_, holder_})
-            if (fd >= 0) ::close(fd);
-        master_ = holder_ = -1;
+        if (master_ >= 0) ::close(master_);
+        master_ = -1;
     }
     QString devicePath;
     QByteArray reply;    // sent once a command is complete
@@ -53,7 +46,6 @@ public:
 
 private:
     int master_ = -1;
-    int holder_ = -1;
     std::unique_ptr<QSocketNotifier> notifier_;
 };
 
