@@ -25,15 +25,14 @@ class FaultTest : public RadioTest, public ::testing::WithParamInterface<FaultCa
 
 TEST_P(FaultTest, StopsAtOnceAndKeepsWhatCameBefore) {
     const FaultCase& c = GetParam();
-    if (c.transfer == Transfer::ReadMemory || c.transfer == Transfer::ReadSettings)
+    Document before; // the stores as they were
+    if (c.transfer == Transfer::ReadMemory || c.transfer == Transfer::ReadSettings) {
         FillSampleRadio(radio);
-    else
+    } else {
         FillSampleDocument(document);
+        FillSampleDocument(before);
+    }
     const QByteArray radioBefore = radio.memory();
-    const MemoryTable memoryBefore = document.memory;
-    const SpecialTable specialBefore = document.special;
-    const SettingsBlock settingsBefore = document.settingsBlock;
-    const std::array<QString, 9> dialsBefore = document.dialTexts;
     ASSERT_NO_FATAL_FAILURE(addFault(c.fault));
 
     const Result result = RunTransfer(c.transfer, link, document);
@@ -60,12 +59,12 @@ TEST_P(FaultTest, StopsAtOnceAndKeepsWhatCameBefore) {
 
     switch (c.transfer) {
     case Transfer::ReadMemory: {
-        const MemoryTable expected = DecodeRadioChannels(radio, memoryBefore);
+        const MemoryTable expected = DecodeRadioChannels(radio, before.memory);
         const int stop = c.outcome == Outcome::Done ? kChannelCount : c.progress;
         for (int n = 0; n < stop; ++n)
             EXPECT_TRUE(SameRow(document.memory, expected, n)) << n;
         for (int n = stop + 1; n < kMemoryRows; ++n)
-            EXPECT_TRUE(SameRow(document.memory, memoryBefore, n)) << n;
+            EXPECT_TRUE(SameRow(document.memory, before.memory, n)) << n;
         break;
     }
     case Transfer::WriteMemory:
@@ -82,20 +81,22 @@ TEST_P(FaultTest, StopsAtOnceAndKeepsWhatCameBefore) {
         }
         for (int address = 0; address < zq::radio::kMemorySize; address += zq::radio::kBlockSize)
             EXPECT_EQ(radio.blockHex(address), expected.mid(address, 16).toHex().toUpper()) << address;
-        EXPECT_EQ(document.memory, memoryBefore); // a write changes nothing in the memory store
+        EXPECT_EQ(document.memory, before.memory); // a write changes nothing in the memory store
         break;
     }
     case Transfer::ReadSettings: {
         const int done = c.outcome == Outcome::Done ? 15 : c.progress;
-        EXPECT_EQ(document.settingsBlock.halfA, done >= 1 ? radio.blockHex(0xE0) : settingsBefore.halfA);
-        EXPECT_EQ(document.settingsBlock.halfB, done >= 2 ? radio.blockHex(0xF0) : settingsBefore.halfB);
+        EXPECT_EQ(document.settingsBlock.halfA,
+                  done >= 1 ? radio.blockHex(0xE0) : before.settingsBlock.halfA);
+        EXPECT_EQ(document.settingsBlock.halfB,
+                  done >= 2 ? radio.blockHex(0xF0) : before.settingsBlock.halfB);
         for (int row = 0; row < 2; ++row) // a record read is decoded (a garbled one only partly)
-            EXPECT_TRUE(done >= 4 + 2 * row || SameRow(document.special, specialBefore, row)) << row;
+            EXPECT_TRUE(done >= 4 + 2 * row || SameRow(document.special, before.special, row)) << row;
         for (int k = 0; k < kDialCount; ++k)
             EXPECT_EQ(document.dialTexts[k],
-                      k < done - 6 ? UpDateDialData(radio.blockHex(0x1F00 + 0x10 * k)) : dialsBefore[k])
+                      k < done - 6 ? UpDateDialData(radio.blockHex(0x1F00 + 0x10 * k)) : before.dialTexts[k])
                 << k;
-        EXPECT_EQ(document.memory, memoryBefore);
+        EXPECT_EQ(document.memory, before.memory);
         break;
     }
     default:

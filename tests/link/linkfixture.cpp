@@ -5,7 +5,6 @@
 #include "model/dialcodec.h"
 #include "model/settingscodec.h"
 #include "model/tables.h"
-#include "radio/radiofault.h"
 
 using namespace zq::model;
 
@@ -95,21 +94,6 @@ Result RunTransfer(Transfer transfer, zq::link::SerialLink& link, Document& docu
             return DumpBlocks(l, dump);
         }};
     return transfers[int(transfer)](link, document);
-}
-
-void RadioTest::SetUp() {
-    ASSERT_TRUE(radio.open().ok());
-    link.setPortName(radio.devicePath());
-    clock.start();
-    QObject::connect(&radio, &zq::radio::VirtualRadio::commandReceived,
-                     [this](const QString&) { arrivals << clock.elapsed(); });
-}
-
-void RadioTest::addFault(const char* spec) {
-    if (!*spec) return;
-    const std::optional<zq::radio::Fault> fault = zq::radio::ParseFault(QString::fromLatin1(spec));
-    ASSERT_TRUE(fault) << spec;
-    radio.addFault(*fault);
 }
 
 } // namespace linktest

@@ -5,6 +5,7 @@
 #include "model/document.h"
 #include "model/outcome.h"
 #include "model/stores.h"
+#include "radio/radiofault.h"
 #include "radio/virtualradio.h"
 
 #include <QElapsedTimer>
@@ -41,8 +42,18 @@ template <class Case> std::string CaseName(const ::testing::TestParamInfo<Case>&
 
 class RadioTest : public ::testing::Test {
 protected:
-    void SetUp() override;
-    void addFault(const char* spec); // none for ""
+    void SetUp() override {
+        ASSERT_TRUE(radio.open().ok());
+        link.setPortName(radio.devicePath());
+        clock.start();
+        QObject::connect(&radio, &zq::radio::VirtualRadio::commandReceived,
+                         [this] { arrivals << clock.elapsed(); });
+    }
+    void addFault(const char* spec) { // none for ""
+        const std::optional<zq::radio::Fault> fault = zq::radio::ParseFault(QString::fromLatin1(spec));
+        ASSERT_TRUE(fault || !*spec) << spec;
+        if (fault) radio.addFault(*fault);
+    }
     bool endSent() const { return radio.commands().contains(QStringLiteral("KV~E")); }
     // Milliseconds since the test began at which each command reached the radio.
     QList<qint64> arrivals;
