@@ -49,9 +49,9 @@ protected:
         QObject::connect(&radio, &zq::radio::VirtualRadio::commandReceived,
                          [this] { arrivals << clock.elapsed(); });
     }
-    void addFault(const char* spec) { // none for ""
-        const std::optional<zq::radio::Fault> fault = zq::radio::ParseFault(QString::fromLatin1(spec));
-        ASSERT_TRUE(fault || !*spec) << spec;
+    void addFault(const char* text) { // none for ""
+        const std::optional<zq::radio::Fault> fault = zq::radio::ParseFault(QString::fromLatin1(text));
+        ASSERT_TRUE(fault || !*text) << text;
         if (fault) radio.addFault(*fault);
     }
     bool endSent() const { return radio.commands().contains(QStringLiteral("KV~E")); }

@@ -11,7 +11,7 @@ using namespace linktest;
 
 namespace {
 
-TEST(VirtualRadioTest, ParsesFaultSpecs) {
+TEST(VirtualRadioTest, ParsesFaultTexts) {
     using enum Fault::Kind;
     // clang-format off
     const std::pair<const char*, std::optional<Fault>> cases[] = {
@@ -20,8 +20,8 @@ TEST(VirtualRadioTest, ParsesFaultSpecs) {
         {"drop@0200", Fault{Drop, "0200"}}, {"silent-end", Fault{SilentEnd, "end"}},
         {"timeout@FE0", {}}, {"late@0200", {}}, {"ng@", {}}, {"", {}}};
     // clang-format on
-    for (const auto& [spec, fault] : cases)
-        EXPECT_EQ(ParseFault(QString::fromLatin1(spec)), fault) << spec;
+    for (const auto& [text, fault] : cases)
+        EXPECT_EQ(ParseFault(QString::fromLatin1(text)), fault) << text;
 }
 
 // Unusable addresses (beyond the map, off a block boundary, not hexadecimal), unknown operations,
