@@ -108,9 +108,9 @@ int main(int argc, char* argv[]) {
         if (!ok || baud <= 0) return Fail(QStringLiteral("--line-rate takes a positive number"), 2);
         radio.setLineRate(baud);
     }
-    for (const QString& spec : parser.values(faultOption)) {
-        const std::optional<zq::radio::Fault> fault = zq::radio::ParseFault(spec);
-        if (!fault) return Fail(QStringLiteral("unknown fault %1").arg(spec), 2);
+    for (const QString& text : parser.values(faultOption)) {
+        const std::optional<zq::radio::Fault> fault = zq::radio::ParseFault(text);
+        if (!fault) return Fail(QStringLiteral("unknown fault %1").arg(text), 2);
         radio.addFault(*fault);
     }
     if (parser.isSet(logOption)) {

@@ -10,20 +10,20 @@ namespace zq::testdata {
 
 using namespace model;
 
-void SetChannel(Document& document, int channel, const ChannelSpec& spec) {
+void SetChannel(Document& document, int channel, const ChannelValues& values) {
     MemoryTable& memory = document.memory;
     memory.setChannelInUse(channel, true);
-    const double numbers[] = {spec.frequency,           double(spec.step),
-                              double(spec.toneMode),    double(spec.txTone),
-                              double(spec.rxTone),      double(spec.dcs),
-                              double(spec.shift),       spec.offset,
-                              double(spec.power),       0,
-                              double(spec.batterySave), double(spec.clock),
-                              double(spec.lockOut),     0,
-                              double(spec.skip)};
+    const double numbers[] = {values.frequency,           double(values.step),
+                              double(values.toneMode),    double(values.txTone),
+                              double(values.rxTone),      double(values.dcs),
+                              double(values.shift),       values.offset,
+                              double(values.power),       0,
+                              double(values.batterySave), double(values.clock),
+                              double(values.lockOut),     0,
+                              double(values.skip)};
     for (int column = 0; column < kMemoryColumns; ++column)
         if (column != ColBlank) memory.set(channel, column, QString(), numbers[column]);
-    memory.set(channel, ColName, QString::fromLatin1(spec.name), 0);
+    memory.set(channel, ColName, QString::fromLatin1(values.name), 0);
     // Round through the codec so that the text cells read as after a load.
     const QString record = EncodeChannelFirstHalf(memory, channel) + EncodeChannelSecondHalf(memory, channel);
     DecodeChannelRecord(memory, record, channel);
@@ -33,7 +33,7 @@ void SetChannel(Document& document, int channel, const ChannelSpec& spec) {
 void FillDemoData(Document& document) {
     document.resetToStartup();
     document.setModelVariant(VariantT);
-    const ChannelSpec channels[] = {
+    const ChannelValues channels[] = {
         {145.5000, 0, 0, 8, 8, 0, 0, 0.6, 2, 0, false, false, "CALL", false},
         {146.5200, 0, 0, 8, 8, 0, 0, 0.6, 1, 0, false, false, "SIMPLX", false},
         {146.9400, 0, 1, 12, 12, 0, 1, 0.6, 2, 0, false, true, "W1AW", false},
@@ -46,8 +46,8 @@ void FillDemoData(Document& document) {
         {162.5500, 2, 0, 8, 8, 0, 0, 0.6, 0, 0, false, false, "WX1", true},
     };
     int channel = 0;
-    for (const ChannelSpec& spec : channels)
-        SetChannel(document, channel++, spec);
+    for (const ChannelValues& values : channels)
+        SetChannel(document, channel++, values);
     SetChannel(document, 20, {146.4000, 0, 1, 9, 9, 0, 0, 0.6, 1, 0, false, false, "CLUB", false});
     SetChannel(document, 21, {146.4150, 0, 12, 8, 8, 40, 0, 0.6, 1, 0, false, false, "NET", false});
 

@@ -4,7 +4,7 @@
 
 namespace zq::testdata {
 
-struct ChannelSpec {
+struct ChannelValues {
     double frequency;
     int step;     // 0 or 2
     int toneMode; // 0 None, 1 Tone, 3 TSQ, 12 DCS
@@ -18,8 +18,8 @@ struct ChannelSpec {
     bool skip;
 };
 
-// Sets channel `channel` in use from the spec, with the texts the decoder would show for it.
-void SetChannel(model::Document& document, int channel, const ChannelSpec& spec);
+// Sets channel `channel` in use from the values, with the texts the decoder would show for it.
+void SetChannel(model::Document& document, int channel, const ChannelValues& values);
 // Channels, VFO/CALL, dial memories and settings of the demonstration file.
 void FillDemoData(model::Document& document);
 // Every channel 0..199 in use, with varied values (a full file for round trips and timing).

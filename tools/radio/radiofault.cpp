@@ -4,11 +4,11 @@
 
 namespace zq::radio {
 
-std::optional<Fault> ParseFault(const QString& spec) {
-    if (spec == QLatin1String("silent-end")) return Fault{Fault::Kind::SilentEnd, QStringLiteral("end")};
+std::optional<Fault> ParseFault(const QString& text) {
+    if (text == QLatin1String("silent-end")) return Fault{Fault::Kind::SilentEnd, QStringLiteral("end")};
     static const QRegularExpression form(
         QStringLiteral("^(timeout|short|garble|ng|hangup|drop)@([0-9A-Fa-f]{4}|model|end)$"));
-    const QRegularExpressionMatch match = form.match(spec);
+    const QRegularExpressionMatch match = form.match(text);
     if (!match.hasMatch()) return std::nullopt;
     const QString kind = match.captured(1);
     Fault fault{Fault::Kind::Timeout, match.captured(2)};

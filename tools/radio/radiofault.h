@@ -21,6 +21,6 @@ struct Fault {
 };
 
 // "timeout@0FE0", "ng@model", "silent-end"; nothing for anything else.
-std::optional<Fault> ParseFault(const QString& spec);
+std::optional<Fault> ParseFault(const QString& text);
 
 } // namespace zq::radio
