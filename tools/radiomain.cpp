@@ -64,7 +64,7 @@ int main(int argc, char* argv[]) {
         QStringLiteral("fault"),
         QStringLiteral(
             "Spoil one exchange: timeout|short|garble|ng|hangup|drop@ADDR|model|end, or silent-end."),
-        QStringLiteral("SPEC"));
+        QStringLiteral("FAULT"));
     parser.addOptions({imageOption, variantOption, cloneCodeOption, saveOption, rateOption, linkOption,
                        logOption, faultOption});
     if (!parser.parse(app.arguments())) return Fail(parser.errorText(), 2);
