@@ -21,11 +21,11 @@
 #include <QItemSelectionModel>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPlainTextEdit>
-#include <QShortcut>
 #include <QMenuBar>
+#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QShortcut>
 #include <QStatusBar>
 #include <QStyle>
 #include <QTabWidget>
@@ -390,6 +390,8 @@ TransferControls MainWindow::transferControls() {
     controls.serviceDump = Command6_;
     controls.currentTab = [this] { return TabStrip1_->currentIndex() + 1; };
     controls.selectTab = [this](int tab) { TabStrip1_->setCurrentIndex(tab - 1); };
+    controls.portNumber = [this] { return portNumber_; };
+    controls.setPortNumber = [this](int number) { portNumber_ = number; };
     return controls;
 }
 

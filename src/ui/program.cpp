@@ -1,7 +1,7 @@
 #include "program.h"
 
-#include "model/tables.h"
 #include "link/seriallink.h"
+#include "model/tables.h"
 #include "splashscreen.h"
 #include "transfercontroller.h"
 
@@ -90,7 +90,6 @@ model::Result Program::start(const ProgramOptions& options, const LoadOptions& l
     const model::Result loaded = window_->load(loadOptions);
     splash.close();
     if (loaded.outcome == model::Outcome::Fatal) return loaded;
-    transfers_->setPortNumber(window_->portNumber());
     transfers_->setDeviceOverride(options.portDevice);
 
     window_->loadModifyDialog();

@@ -16,18 +16,6 @@
 
 namespace zq::ui {
 
-namespace {
-struct BusyGuard {
-    explicit BusyGuard(bool& flag) : flag_(flag) { flag_ = true; }
-    ~BusyGuard() { flag_ = false; }
-    BusyGuard(const BusyGuard&) = delete;
-    BusyGuard& operator=(const BusyGuard&) = delete;
-
-private:
-    bool& flag_;
-};
-} // namespace
-
 using model::Outcome;
 using model::Result;
 
@@ -51,23 +39,49 @@ TransferController::TransferController(model::Document& document, link::SerialLi
 
 void TransferController::handle(TransferCommand command) {
     switch (command) {
-    case TransferCommand::ReadMemory: readMemory(); break;
-    case TransferCommand::WriteMemory: writeMemory(); break;
-    case TransferCommand::ReadSettings: readSettings(); break;
-    case TransferCommand::WriteSettings: writeSettings(); break;
-    case TransferCommand::AutoSelect: autoSelect(); break;
-    case TransferCommand::MenuReadSettings: menuReadSettings(); break;
-    case TransferCommand::MenuReadMemory: menuReadMemory(); break;
-    case TransferCommand::MenuReadAll: menuReadAll(); break;
-    case TransferCommand::MenuWriteSettings: menuWriteSettings(); break;
-    case TransferCommand::MenuWriteMemory: menuWriteMemory(); break;
-    case TransferCommand::MenuWriteAll: menuWriteAll(); break;
-    case TransferCommand::PortSetup: portSetup(); break;
+    case TransferCommand::ReadMemory:
+        readMemory();
+        break;
+    case TransferCommand::WriteMemory:
+        writeMemory();
+        break;
+    case TransferCommand::ReadSettings:
+        readSettings();
+        break;
+    case TransferCommand::WriteSettings:
+        writeSettings();
+        break;
+    case TransferCommand::AutoSelect:
+        autoSelect();
+        break;
+    case TransferCommand::MenuReadSettings:
+        menuReadSettings();
+        break;
+    case TransferCommand::MenuReadMemory:
+        menuReadMemory();
+        break;
+    case TransferCommand::MenuReadAll:
+        menuReadAll();
+        break;
+    case TransferCommand::MenuWriteSettings:
+        menuWriteSettings();
+        break;
+    case TransferCommand::MenuWriteMemory:
+        menuWriteMemory();
+        break;
+    case TransferCommand::MenuWriteAll:
+        menuWriteAll();
+        break;
+    case TransferCommand::PortSetup:
+        portSetup();
+        break;
     }
 }
 
-void TransferController::setPortNumber(int number) {
-    portNumber_ = (number >= 1 && number <= 14) ? number : 1;
+int TransferController::portNumber() const {
+    const int number = controls_.portNumber ? controls_.portNumber() : link::kDefaultPortNumber;
+    return (number >= link::kFirstPortNumber && number <= link::kLastPortNumber) ? number
+                                                                                 : link::kDefaultPortNumber;
 }
 
 void TransferController::setDeviceOverride(const QString& device) {
@@ -77,7 +91,7 @@ void TransferController::setDeviceOverride(const QString& device) {
 // Listing the system's ports takes a while, so the device is looked up when a session starts.
 void TransferController::applyDevice() {
     if (link_.isOpen()) return;
-    const QString device = deviceOverride_.isEmpty() ? link::DeviceForPortNumber(portNumber_)
+    const QString device = deviceOverride_.isEmpty() ? link::DeviceForPortNumber(portNumber())
                                                      : link::DeviceForPortArgument(deviceOverride_);
     link_.setPortName(device);
 }
@@ -87,20 +101,24 @@ void TransferController::setEnabled(std::initializer_list<QAbstractButton*> butt
         if (button) button->setEnabled(enabled);
 }
 
-void TransferController::beginBusy() {
-    if (!busyCursor_) QApplication::setOverrideCursor(Qt::WaitCursor);
-    busyCursor_ = true;
+void TransferController::runSession(bool hourglass, const std::function<void()>& session) {
+    if (busy_) return;
+    busy_ = true;
+    if (hourglass) QApplication::setOverrideCursor(Qt::WaitCursor);
+    applyDevice();
+    session();
+    if (hourglass) QApplication::restoreOverrideCursor();
+    busy_ = false;
 }
 
 void TransferController::finish(const Result& result) {
     if (result.outcome == Outcome::CommunicationError || result.outcome == Outcome::ComPortError ||
         result.outcome == Outcome::Fatal)
-        boxes_.show(ErrorBox(result.outcome == Outcome::Fatal ? QStringLiteral("COM Port Error") : result.message()));
-    setEnabled({controls_.readSettings1, controls_.writeSettings1, controls_.writeSettings2, controls_.readSettings2,
-                controls_.readMemory, controls_.writeMemory, controls_.autoSelect},
+        boxes_.show(
+            ErrorBox(result.outcome == Outcome::Fatal ? QStringLiteral("COM Port Error") : result.message()));
+    setEnabled({controls_.readSettings1, controls_.writeSettings1, controls_.writeSettings2,
+                controls_.readSettings2, controls_.readMemory, controls_.writeMemory, controls_.autoSelect},
                true);
-    if (busyCursor_) QApplication::restoreOverrideCursor();
-    busyCursor_ = false;
     if (controls_.progress) {
         controls_.progress->hide();
         controls_.progress->setValue(0);
@@ -108,72 +126,65 @@ void TransferController::finish(const Result& result) {
 }
 
 void TransferController::readMemory() {
-    if (busy_) return; // menus stay enabled during a transfer; one session at a time
-    const BusyGuard guard(busy_);
-    applyDevice();
-    beginBusy();
-    setEnabled({controls_.readMemory, controls_.writeMemory}, false);
-    if (controls_.progress) {
-        controls_.progress->setValue(0);
-        controls_.progress->show();
-    }
-    const Result result = link::ReadMemory(link_, document_, [this](int channel) {
-        if (controls_.progress) controls_.progress->setValue(channel);
+    runSession(true, [this] {
+        setEnabled({controls_.readMemory, controls_.writeMemory}, false);
+        showProgress();
+        finish(link::ReadMemory(link_, document_, progressCallback()));
     });
-    finish(result);
 }
 
 void TransferController::writeMemory() {
-    if (busy_) return; // menus stay enabled during a transfer; one session at a time
-    const BusyGuard guard(busy_);
-    applyDevice();
-    setEnabled({controls_.readMemory, controls_.writeMemory}, false);
-    beginBusy();
-    if (controls_.progress) {
-        controls_.progress->setValue(0);
-        controls_.progress->show();
-    }
-    const Result result = link::WriteMemory(link_, document_, [this](int channel) {
-        if (controls_.progress) controls_.progress->setValue(channel);
+    runSession(true, [this] {
+        setEnabled({controls_.readMemory, controls_.writeMemory}, false);
+        showProgress();
+        const Result result = link::WriteMemory(link_, document_, progressCallback());
+        if (result.outcome == Outcome::Fatal) {
+            // Write Memory has no handler of its own for a port that cannot be opened: the message
+            // is shown, and its two buttons stay disabled.
+            boxes_.show(ErrorBox(QStringLiteral("COM Port Error")));
+            return;
+        }
+        finish(result);
     });
-    if (result.outcome == Outcome::Fatal) {
-        // Write Memory has no handler of its own for a port that cannot be opened: the message is
-        // shown, and its two buttons stay disabled as the radio program leaves them.
-        boxes_.show(ErrorBox(QStringLiteral("COM Port Error")));
-        if (busyCursor_) QApplication::restoreOverrideCursor();
-        busyCursor_ = false;
-        return;
-    }
-    finish(result);
 }
 
 void TransferController::readSettings() {
-    if (busy_) return; // menus stay enabled during a transfer; one session at a time
-    const BusyGuard guard(busy_);
-    applyDevice();
-    beginBusy();
-    setEnabled({controls_.readSettings1, controls_.writeSettings1, controls_.writeSettings2, controls_.readSettings2},
-               false);
-    finish(link::ReadSettings(link_, document_));
+    runSession(true, [this] {
+        setSettingsButtonsEnabled(false);
+        finish(link::ReadSettings(link_, document_));
+    });
 }
 
 void TransferController::writeSettings() {
-    if (busy_) return; // menus stay enabled during a transfer; one session at a time
-    const BusyGuard guard(busy_);
-    applyDevice();
-    beginBusy();
-    setEnabled({controls_.writeSettings1, controls_.readSettings1, controls_.writeSettings2, controls_.readSettings2},
-               false);
-    finish(link::WriteSettings(link_, document_));
+    runSession(true, [this] {
+        setSettingsButtonsEnabled(false);
+        finish(link::WriteSettings(link_, document_));
+    });
 }
 
 void TransferController::autoSelect() {
-    if (busy_) return; // menus stay enabled during a transfer; one session at a time
-    const BusyGuard guard(busy_);
-    applyDevice();
-    setEnabled({controls_.autoSelect}, false);
-    beginBusy();
-    finish(link::AutoSelect(link_, document_));
+    runSession(true, [this] {
+        setEnabled({controls_.autoSelect}, false);
+        finish(link::AutoSelect(link_, document_));
+    });
+}
+
+void TransferController::setSettingsButtonsEnabled(bool enabled) {
+    setEnabled({controls_.readSettings1, controls_.writeSettings1, controls_.writeSettings2,
+                controls_.readSettings2},
+               enabled);
+}
+
+void TransferController::showProgress() {
+    if (!controls_.progress) return;
+    controls_.progress->setValue(0);
+    controls_.progress->show();
+}
+
+link::Progress TransferController::progressCallback() {
+    return [this](int channel) {
+        if (controls_.progress) controls_.progress->setValue(channel);
+    };
 }
 
 void TransferController::showMemoryPage() {
@@ -211,36 +222,36 @@ void TransferController::menuWriteAll() {
 }
 
 void TransferController::portSetup() {
-    int chosen = portNumber_;
+    int chosen = portNumber();
     if (portChooser_) {
-        chosen = portChooser_(portNumber_);
+        chosen = portChooser_(chosen);
     } else {
         PortDialog dialog(dialogParent_);
-        dialog.setPortNumber(portNumber_, link::ListedPortDevices());
+        dialog.setPortNumber(chosen, link::ListedPortDevices());
         dialog.exec();
         chosen = dialog.portNumber();
     }
     if (link_.isOpen()) link_.close();
-    portNumber_ = (chosen >= 1 && chosen <= 14) ? chosen : 1;
+    if (controls_.setPortNumber)
+        controls_.setPortNumber((chosen >= link::kFirstPortNumber && chosen <= link::kLastPortNumber)
+                                    ? chosen
+                                    : link::kDefaultPortNumber);
     // choosing a port by hand replaces a device given on the command line
     deviceOverride_.clear();
-    Q_EMIT portNumberChanged(portNumber_);
 }
 
 void TransferController::serviceRead() {
-    if (busy_) return; // menus stay enabled during a transfer; one session at a time
-    const BusyGuard guard(busy_);
-    applyDevice();
     if (!controls_.serviceAddress || !controls_.serviceOutput) return;
-    setEnabled({controls_.serviceRead}, false);
-    controls_.serviceOutput->clear();
-    QString reply;
-    const Result result = link::ReadServiceBlock(link_, controls_.serviceAddress->text(), reply,
-                                                 [this](const QString& text) {
-                                                     controls_.serviceOutput->setPlainText(text);
-                                                 });
-    if (!result.ok()) boxes_.show(ErrorBox(QStringLiteral("COM Port Error")));
-    setEnabled({controls_.serviceRead}, true);
+    runSession(false, [this] {
+        setEnabled({controls_.serviceRead}, false);
+        controls_.serviceOutput->clear();
+        QString reply;
+        const Result result = link::ReadServiceBlock(
+            link_, controls_.serviceAddress->text(), reply,
+            [this](const QString& text) { controls_.serviceOutput->setPlainText(text); });
+        if (!result.ok()) boxes_.show(ErrorBox(QStringLiteral("COM Port Error")));
+        setEnabled({controls_.serviceRead}, true);
+    });
 }
 
 void TransferController::serviceClear() {
@@ -248,23 +259,22 @@ void TransferController::serviceClear() {
 }
 
 void TransferController::serviceDump() {
-    if (busy_) return; // menus stay enabled during a transfer; one session at a time
-    const BusyGuard guard(busy_);
-    applyDevice();
     if (!controls_.serviceOutput) return;
-    setEnabled({controls_.serviceDump}, false);
-    QString dump;
-    const Result result = link::DumpBlocks(link_, dump, [this](const QString& text) {
-        controls_.serviceOutput->setPlainText(text);
-        controls_.serviceOutput->verticalScrollBar()->setValue(controls_.serviceOutput->verticalScrollBar()->maximum());
+    runSession(false, [this] {
+        setEnabled({controls_.serviceDump}, false);
+        QString dump;
+        const Result result = link::DumpBlocks(link_, dump, [this](const QString& text) {
+            controls_.serviceOutput->setPlainText(text);
+            controls_.serviceOutput->verticalScrollBar()->setValue(
+                controls_.serviceOutput->verticalScrollBar()->maximum());
+        });
+        if (!result.ok()) boxes_.show(ErrorBox(QStringLiteral("COM Port Error")));
+        setEnabled({controls_.serviceDump}, true);
     });
-    if (!result.ok()) boxes_.show(ErrorBox(QStringLiteral("COM Port Error")));
-    setEnabled({controls_.serviceDump}, true);
 }
 
 void ConnectTransfers(MainWindow& window, TransferController& transfers) {
     QObject::connect(&window, &MainWindow::transferRequested, &transfers, &TransferController::handle);
-    QObject::connect(&transfers, &TransferController::portNumberChanged, &window, &MainWindow::setPortNumber);
     window.setTransferBusy([&transfers] { return transfers.busy(); });
 }
 

@@ -2,6 +2,7 @@
 // Binds the transfer buttons, menus, progress bar, port dialog and service panel of the main window
 // to the clone transfers of the link. The transfers themselves live in the link; this class only
 // disables and re-enables buttons, shows the hourglass and the progress, and shows the outcome.
+#include "link/transfers.h"
 #include "mainwindow.h"
 #include "model/outcome.h"
 
@@ -36,14 +37,17 @@ struct TransferControls {
     QAbstractButton* autoSelect = nullptr;     // cmdAuto
     QProgressBar* progress = nullptr;          // ProgressBar1
     // service panel
-    QLineEdit* serviceAddress = nullptr;       // Text1
-    QPlainTextEdit* serviceOutput = nullptr;   // Text2
-    QAbstractButton* serviceRead = nullptr;    // Command1
-    QAbstractButton* serviceClear = nullptr;   // Command2
-    QAbstractButton* serviceDump = nullptr;    // Command6
+    QLineEdit* serviceAddress = nullptr;     // Text1
+    QPlainTextEdit* serviceOutput = nullptr; // Text2
+    QAbstractButton* serviceRead = nullptr;  // Command1
+    QAbstractButton* serviceClear = nullptr; // Command2
+    QAbstractButton* serviceDump = nullptr;  // Command6
     // the tab strip: which tab (1..3) is selected, and selecting one (pages follow)
     std::function<int()> currentTab;
     std::function<void(int)> selectTab;
+    // the port number 1..14 the window keeps (from the port file, written back at exit)
+    std::function<int()> portNumber;
+    std::function<void(int)> setPortNumber;
 };
 
 class TransferController : public QObject {
@@ -52,9 +56,8 @@ public:
     TransferController(model::Document& document, link::SerialLink& link, MessageBoxes& boxes,
                        TransferControls controls, QWidget* dialogParent, QObject* parent = nullptr);
 
-    // The port number 1..14 of the port dialog; `deviceOverride` (from --port) wins when not empty.
-    void setPortNumber(int number);
-    int portNumber() const { return portNumber_; }
+    // The window's port number 1..14; a device given with --port wins when not empty.
+    int portNumber() const;
     // Asks for a port number (the port dialog by default; tests answer without a person).
     void setPortChooser(std::function<int(int current)> chooser) { portChooser_ = std::move(chooser); }
     // True while a transfer or a service read runs (the window must not close then).
@@ -75,22 +78,23 @@ public Q_SLOTS:
     void menuWriteSettings();
     void menuReadAll();
     void menuWriteAll();
-    void portSetup();     // mnuToolsOptions
-    void serviceRead();   // Command1
-    void serviceClear();  // Command2
-    void serviceDump();   // Command6
-
-Q_SIGNALS:
-    // The port dialog chose another port number (the window stores it in the port file at exit).
-    void portNumberChanged(int number);
+    void portSetup();    // mnuToolsOptions
+    void serviceRead();  // Command1
+    void serviceClear(); // Command2
+    void serviceDump();  // Command6
 
 private:
     void applyDevice();
     void setEnabled(std::initializer_list<QAbstractButton*> buttons, bool enabled);
-    void beginBusy();
+    // Runs one session unless one is running already (menus stay enabled during a transfer),
+    // with the hourglass shown for the transfers.
+    void runSession(bool hourglass, const std::function<void()>& session);
     // The closings: a message for a failure, then every transfer button and Auto Select enabled,
     // the default pointer back, the progress bar hidden at 0.
     void finish(const model::Result& result);
+    void setSettingsButtonsEnabled(bool enabled);
+    void showProgress();
+    link::Progress progressCallback();
     void showMemoryPage();
     void showSettingsPage();
 
@@ -99,15 +103,12 @@ private:
     MessageBoxes& boxes_;
     TransferControls controls_;
     QPointer<QWidget> dialogParent_;
-    int portNumber_ = 1;
     QString deviceOverride_;
-    bool busyCursor_ = false;
     bool busy_ = false;
     std::function<int(int)> portChooser_;
 };
 
-// Routes the window's transfer requests to the controller, and the controller's port choice and
-// busy state back to the window.
+// Routes the window's transfer requests to the controller, and its busy state back to the window.
 void ConnectTransfers(MainWindow& window, TransferController& transfers);
 
 } // namespace zq::ui
