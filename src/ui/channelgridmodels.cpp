@@ -38,77 +38,65 @@ int GridColumnWidthPixels(int gridColumn) {
     return kColumnWidthTwips[gridColumn] / files::kTwipsPerPixel;
 }
 
+ChannelGridModel::ChannelGridModel(model::Document& document, int rows, int columns, QObject* parent)
+    : QAbstractTableModel(parent), document_(document), rows_(rows), columns_(columns) {}
+
+int ChannelGridModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : rows_;
+}
+
+int ChannelGridModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : columns_;
+}
+
+QVariant ChannelGridModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid() || index.row() >= rows_ || index.column() >= columns_) return {};
+    if (role == Qt::TextAlignmentRole) return alignment();
+    if (role != Qt::DisplayRole) return {};
+    return cellText(index.row(), index.column());
+}
+
+QVariant ChannelGridModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (role != Qt::DisplayRole) return QAbstractTableModel::headerData(section, orientation, role);
+    const int count = orientation == Qt::Horizontal ? columns_ : rows_;
+    if (section < 0 || section >= count) return {};
+    return orientation == Qt::Horizontal ? ChannelGridHeadings().at(section) : rowLabel(section);
+}
+
+void ChannelGridModel::redrawRows(int first, int last) {
+    first = std::max(first, 0);
+    last = std::min(last, rows_ - 1);
+    if (first > last) return;
+    Q_EMIT dataChanged(index(first, 0), index(last, columns_ - 1), {Qt::DisplayRole});
+}
+
 MemoryGridModel::MemoryGridModel(model::Document& document, QObject* parent)
-    : QAbstractTableModel(parent), document_(document) {
+    : ChannelGridModel(document, kChannelCount, kMemoryGridColumns, parent) {
     connect(&document_, &model::Document::memoryRowsChanged, this, &MemoryGridModel::redrawRows);
     connect(&document_, &model::Document::modelVariantChanged, this,
             [this] { redrawRows(0, kChannelCount - 1); });
 }
 
-int MemoryGridModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : kChannelCount;
+QString MemoryGridModel::cellText(int row, int column) const {
+    return document_.memory.ChannelInUse(row) ? document_.memory.text(row, column) : QString();
 }
 
-int MemoryGridModel::columnCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : kMemoryGridColumns;
-}
-
-QVariant MemoryGridModel::data(const QModelIndex& index, int role) const {
-    if (!index.isValid() || index.row() >= kChannelCount || index.column() >= kMemoryGridColumns) return {};
-    if (role == Qt::TextAlignmentRole) return alignment();
-    if (role != Qt::DisplayRole) return {};
-    if (!document_.memory.ChannelInUse(index.row())) return QString();
-    return document_.memory.text(index.row(), index.column());
-}
-
-QVariant MemoryGridModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    if (role != Qt::DisplayRole) return QAbstractTableModel::headerData(section, orientation, role);
-    if (orientation == Qt::Horizontal)
-        return section >= 0 && section < kMemoryGridColumns ? ChannelGridHeadings().at(section) : QVariant();
-    return QString::number(section);
-}
-
-void MemoryGridModel::redrawRows(int first, int last) {
-    first = std::max(first, 0);
-    last = std::min(last, kChannelCount - 1);
-    if (first > last) return;
-    Q_EMIT dataChanged(index(first, 0), index(last, kMemoryGridColumns - 1), {Qt::DisplayRole});
+QString MemoryGridModel::rowLabel(int row) const {
+    return QString::number(row);
 }
 
 SpecialGridModel::SpecialGridModel(model::Document& document, QObject* parent)
-    : QAbstractTableModel(parent), document_(document) {
+    : ChannelGridModel(document, kSpecialGridRows, kSpecialGridColumns, parent) {
     connect(&document_, &model::Document::specialRowsChanged, this, &SpecialGridModel::redrawRows);
 }
 
-int SpecialGridModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : kSpecialGridRows;
+QString SpecialGridModel::cellText(int row, int column) const {
+    return document_.special.text(row, column);
 }
 
-int SpecialGridModel::columnCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : kSpecialGridColumns;
-}
-
-QVariant SpecialGridModel::data(const QModelIndex& index, int role) const {
-    if (!index.isValid() || index.row() >= kSpecialGridRows || index.column() >= kSpecialGridColumns)
-        return {};
-    if (role == Qt::TextAlignmentRole) return alignment();
-    if (role != Qt::DisplayRole) return {};
-    return document_.special.text(index.row(), index.column());
-}
-
-QVariant SpecialGridModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    if (role != Qt::DisplayRole) return QAbstractTableModel::headerData(section, orientation, role);
-    if (orientation == Qt::Horizontal)
-        return section >= 0 && section < kSpecialGridColumns ? ChannelGridHeadings().at(section) : QVariant();
+QString SpecialGridModel::rowLabel(int row) const {
     static const QStringList rows = {QStringLiteral("VFO"), QStringLiteral("CALL"), QStringLiteral("RPT")};
-    return section >= 0 && section < kSpecialGridRows ? rows.at(section) : QVariant();
-}
-
-void SpecialGridModel::redrawRows(int first, int last) {
-    first = std::max(first, 0);
-    last = std::min(last, kSpecialGridRows - 1);
-    if (first > last) return;
-    Q_EMIT dataChanged(index(first, 0), index(last, kSpecialGridColumns - 1), {Qt::DisplayRole});
+    return rows.at(row);
 }
 
 } // namespace zq::ui
