@@ -17,11 +17,6 @@ using model::Result;
 
 namespace {
 
-constexpr int kSettingsLine = 1;
-constexpr int kSpecialLine = 3;
-constexpr int kDialLine = 9;
-constexpr int kChannelLine = 18;
-constexpr int kEndLine = kCloneFileLines - 1;
 constexpr int kSpecialRecords = 3;
 
 QString lineLabel(int line) {

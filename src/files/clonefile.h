@@ -11,6 +11,12 @@ namespace zq::files {
 
 inline constexpr int kCloneFileLines = 419;
 inline constexpr int kCloneLineLength = 32;
+// Where each part of the radio starts: line 0 is the header, the last line the end line.
+inline constexpr int kSettingsLine = 1;
+inline constexpr int kSpecialLine = 3;
+inline constexpr int kDialLine = 9;
+inline constexpr int kChannelLine = 18;
+inline constexpr int kEndLine = kCloneFileLines - 1;
 
 // A clone file that passed validation: its 419 lines and the header that matched.
 struct CloneImage {

@@ -1,5 +1,6 @@
 #include "radioimage.h"
 
+#include "files/clonefile.h"
 #include "model/dialcodec.h"
 #include "model/tables.h"
 #include "virtualradio.h"
@@ -14,13 +15,12 @@ using zq::model::Result;
 
 namespace {
 
-constexpr int kLineCount = 419;
-constexpr int kLineLength = 32;
-constexpr int kSettingsLine = 1;
-constexpr int kSpecialLine = 3;
-constexpr int kDialLine = 9;
-constexpr int kChannelLine = 18;
-constexpr int kEndLineIndex = 418;
+using files::kChannelLine;
+using files::kDialLine;
+using files::kSettingsLine;
+constexpr int kLineCount = files::kCloneFileLines;
+constexpr int kLineLength = files::kCloneLineLength;
+constexpr int kEndLineIndex = files::kEndLine;
 constexpr int kSettingsAddress = 0x00E0;
 constexpr int kSpecialAddress = 0x0100;
 constexpr int kDialAddress = 0x1F00;
