@@ -29,8 +29,7 @@ struct MoveCase {
     const char* name;
     bool insert;
     int gridRow;
-    std::array<int, 2> probeRows;
-    std::array<int, 2> probeChannels; // -1: emptied
+    std::array<std::pair<int, int>, 3> probes; // row, the channel it now holds (-1: emptied)
 };
 
 class MoveTest : public ::testing::TestWithParam<MoveCase> {};
@@ -40,8 +39,8 @@ TEST_P(MoveTest, ChannelsShiftAndColumn14StaysWithTheRow) {
     MemoryTable table = numberedTable();
     const MemoryTable before = table;
     ASSERT_TRUE(c.insert ? InsertChannel(table, c.gridRow) : DeleteChannel(table, c.gridRow));
-    for (size_t i = 0; i < c.probeRows.size(); ++i)
-        EXPECT_EQ(channelIn(table, c.probeRows[i]), c.probeChannels[i]) << "row " << c.probeRows[i];
+    for (const auto& [row, channel] : c.probes)
+        EXPECT_EQ(channelIn(table, row), channel) << "row " << row;
     for (int row = 0; row < c.gridRow - 1; ++row)
         EXPECT_EQ(channelIn(table, row), row);
     for (int row = 0; row < model::kChannelCount; ++row)
@@ -51,13 +50,10 @@ TEST_P(MoveTest, ChannelsShiftAndColumn14StaysWithTheRow) {
 
 INSTANTIATE_TEST_SUITE_P(
     Edits, MoveTest,
-    ::testing::Values(MoveCase{"InsertFirst", true, 1, {0, 1}, {-1, 0}},
-                      MoveCase{"InsertMiddle", true, 50, {49, 50}, {-1, 49}},
-                      MoveCase{"InsertLastEmptiesOnlyIt", true, 200, {199, 198}, {-1, 198}},
-                      MoveCase{"InsertDropsLastChannel", true, 1, {199, 198}, {198, 197}},
-                      MoveCase{"DeleteFirst", false, 1, {0, 198}, {1, 199}},
-                      MoveCase{"DeleteMiddle", false, 100, {99, 100}, {100, 101}},
-                      MoveCase{"DeleteLast", false, 200, {198, 199}, {198, -1}}),
+    ::testing::Values(MoveCase{"InsertFirst", true, 1, {{{0, -1}, {1, 0}, {199, 198}}}},
+                      MoveCase{"InsertLastEmptiesOnlyIt", true, 200, {{{199, -1}, {198, 198}, {0, 0}}}},
+                      MoveCase{"DeleteMiddle", false, 100, {{{99, 100}, {100, 101}, {198, 199}}}},
+                      MoveCase{"DeleteLast", false, 200, {{{198, 198}, {199, -1}, {0, 0}}}}),
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST(MemoryEdits, OutsideTheGridChangesNothing) {

@@ -25,10 +25,6 @@ public:
     QList<Opening> opened;
 };
 
-inline QString ExamplePath(const char* name) {
-    return QDir(QStringLiteral(ZQ_EXAMPLES_DIR)).filePath(QLatin1String(name));
-}
-
 inline void WriteFile(const QString& path, const QByteArray& bytes) {
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -60,7 +56,8 @@ protected:
     model::Document& doc() { return window->document(); }
     // A copy of the demonstration file, with another header line and a broken end line if asked.
     QString demoCopy(const char* name, const QString& header = QString(), bool breakEnd = false) {
-        QByteArray demo = ReadFile(ExamplePath("demo.318"));
+        QByteArray demo =
+            ReadFile(QDir(QStringLiteral(ZQ_EXAMPLES_DIR)).filePath(QStringLiteral("demo.318")));
         EXPECT_FALSE(demo.isEmpty());
         if (!header.isEmpty()) demo.replace(0, 32, header.toLatin1());
         if (breakEnd) demo.replace(demo.size() - 34, 32, QByteArray(32, 'X'));
@@ -73,14 +70,8 @@ protected:
         return found;
     }
     // Grid rows and columns count from 1, as the window numbers them.
-    static QString cell(const QTableView* grid, int gridRow, int gridColumn) {
-        return grid->model()->index(gridRow - 1, gridColumn - 1).data().toString();
-    }
     QString memoryCell(int gridRow, int gridColumn) {
-        return cell(window->memoryGrid(), gridRow, gridColumn);
-    }
-    QString specialCell(int gridRow, int gridColumn) {
-        return cell(window->specialGrid(), gridRow, gridColumn);
+        return window->memoryGrid()->model()->index(gridRow - 1, gridColumn - 1).data().toString();
     }
 
     QTemporaryDir temp;
