@@ -118,7 +118,7 @@ INSTANTIATE_TEST_SUITE_P(
         FailureCase{"DumpIntoFileHangup", "--port PORT dump -o OUT", "hangup@0100", 6,
                     "Run-time error: cannot open"},
         FailureCase{"NoSuchPort", "--port /dev/zq318-no-such-port detect", "", 4, "COM Port Error"}),
-    CaseName<FailureCase>);
+    CaseName);
 
 TEST(CliTest, DumpPrintsTheFirstFourKilobytes) {
     VirtualRadio radio;

@@ -6,34 +6,27 @@
 #include "model/settingscodec.h"
 #include "model/tables.h"
 
+#include <QCoreApplication>
+
 using namespace zq::model;
 
 namespace linktest {
 
 void FillSampleDocument(Document& document) {
     static const int toneModes[] = {0, 1, 3, 12};
-    MemoryTable& memory = document.memory;
     for (int n = 0; n < kChannelCount; ++n) {
-        memory.setChannelInUse(n, n % 4 != 3);
-        // In column order, from the frequency to BCLO; the blank column stays as it is.
-        const double values[] = {136.0 + n * 0.1875,
-                                 double(n % 2 ? 2 : 0),
-                                 double(toneModes[n % 4]),
-                                 double(n % kToneCount),
-                                 double((n * 7) % kToneCount),
-                                 double((n * 5) % kDcsCount),
-                                 double(n % 3),
-                                 0.6 + (n % 7) * 0.1,
-                                 double(n % 3),
-                                 0,
-                                 double(n % 3),
-                                 double(n % 2),
-                                 double((n / 2) % 2)};
+        document.memory.setChannelInUse(n, n % 4 != 3);
+        // In column order from the frequency to BCLO; the blank column stays as it is.
+        // clang-format off
+        const double values[] = {136.0 + n * 0.1875, double(n % 2 ? 2 : 0), double(toneModes[n % 4]),
+            double(n % kToneCount), double((n * 7) % kToneCount), double((n * 5) % kDcsCount), double(n % 3),
+            0.6 + (n % 7) * 0.1, double(n % 3), 0, double(n % 3), double(n % 2), double((n / 2) % 2)};
+        // clang-format on
         for (int column = ColFrequency; column <= ColBclo; ++column)
-            if (column != ColBlank) memory.set(n, column, QString(), values[column]);
+            if (column != ColBlank) document.memory.set(n, column, QString(), values[column]);
         const QString name = n % 2 ? QStringLiteral("CH%1").arg(n) : QString();
-        memory.set(n, ColName, name, name.isEmpty() ? 0 : 1);
-        memory.set(n, ColSkip, QString(), n % 5 == 0 ? 1 : 0);
+        document.memory.set(n, ColName, name, name.isEmpty() ? 0 : 1);
+        document.memory.set(n, ColSkip, QString(), n % 5 == 0 ? 1 : 0);
     }
     SpecialTable& special = document.special;
     LoadSpecialDefaults(special, VariantT);
@@ -44,16 +37,10 @@ void FillSampleDocument(Document& document) {
     special.set(kCallRow, ColBsv, QString(), 2);
     special.set(kCallRow, ColPower, QString(), 2);
     special.set(kRptRow, ColOffset, QString(), 1.6);
-    document.settings = RadioSettings{.volume = 14,
-                                      .squelch = 3,
-                                      .dtmfWait = 2,
-                                      .timeOutTimer = 9,
-                                      .keyLock = true,
-                                      .beep = true,
-                                      .lamp = 1,
-                                      .scanEnable = true,
-                                      .nameEnable = true,
-                                      .batteryType = 1};
+    // clang-format off
+    document.settings = RadioSettings{.volume = 14, .squelch = 3, .dtmfWait = 2, .timeOutTimer = 9, .keyLock = true,
+                                      .beep = true, .lamp = 1, .scanEnable = true, .nameEnable = true, .batteryType = 1};
+    // clang-format on
     document.dialTexts = {"123#", "*0A", "", "555-1212", "D", "0123456789ABCD*#", "", "9", "ABCD"};
 }
 
@@ -83,17 +70,25 @@ MemoryTable DecodeRadioChannels(const zq::radio::VirtualRadio& radio, MemoryTabl
 
 Result RunTransfer(Transfer transfer, zq::link::SerialLink& link, Document& document) {
     using namespace zq::link;
-    static const std::function<Result(SerialLink&, Document&)> transfers[] = {
-        [](SerialLink& l, Document& d) { return ReadMemory(l, d); },
-        [](SerialLink& l, Document& d) { return WriteMemory(l, d); },
-        [](SerialLink& l, Document& d) { return ReadSettings(l, d); },
-        [](SerialLink& l, Document& d) { return WriteSettings(l, d); },
-        [](SerialLink& l, Document& d) { return AutoSelect(l, d); },
-        [](SerialLink& l, Document&) {
-            QString dump;
-            return DumpBlocks(l, dump);
-        }};
-    return transfers[int(transfer)](link, document);
+    QString dump;
+    // clang-format off
+    switch (transfer) {
+    case Transfer::ReadMemory: return ReadMemory(link, document);
+    case Transfer::WriteMemory: return WriteMemory(link, document);
+    case Transfer::ReadSettings: return ReadSettings(link, document);
+    case Transfer::WriteSettings: return WriteSettings(link, document);
+    case Transfer::AutoSelect: return AutoSelect(link, document);
+    case Transfer::Dump: return DumpBlocks(link, dump);
+    }
+    // clang-format on
+    return {};
 }
 
 } // namespace linktest
+
+// The link waits in nested event loops, which need an application object.
+int main(int argc, char* argv[]) {
+    QCoreApplication app(argc, argv);
+    ::testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
+}
