@@ -28,12 +28,6 @@ QByteArray demoBytes() {
     return files::SerializeCloneFile(document);
 }
 
-// Everything a load may change, to show that a failed one changed nothing.
-auto state(const Document& d) {
-    return std::tuple(d.memory, d.special, d.settingsBlock, d.settings, d.dialTexts, d.CurrentFilePath(),
-                      d.DataChanged(), d.ModelVariant(), d.CloneCodeA());
-}
-
 class CloneFileTest : public ::testing::Test {
 protected:
     QString path(const QString& name) const { return dir.filePath(name); }
@@ -53,29 +47,20 @@ TEST_F(CloneFileTest, SaveWritesTheDemonstrationFile) {
     const QByteArray bytes = ReadFile(path("demo.318"));
     EXPECT_EQ(bytes, ReadFile(example));
     ASSERT_EQ(bytes.size(), 419 * L);
-    for (int i = 0; i < 419; ++i)
-        EXPECT_EQ(bytes.mid(i * L + 32, 2), "\r\n") << "line " << i;
     EXPECT_EQ(bytes.left(L), "Korvex ZQ-318T Clone 0 FileStart\r\n");
     EXPECT_EQ(bytes.mid(9 * L, L), "5551234ZZZZZZZZZZZZZZZZZZZZZZZZZ\r\n");
     EXPECT_EQ(bytes.mid(418 * L), "Korvex  ZQ-318  Clone  File  End\r\n");
     EXPECT_EQ(document.CurrentFilePath(), path("demo.318"));
     EXPECT_FALSE(document.DataChanged());
     EXPECT_EQ(document.windowCaption(), QStringLiteral("demo.318 - Korvex ZQ-318 Clone Utility"));
-
-    Document opened;
-    ASSERT_TRUE(files::LoadCloneFile(opened, example).ok());
-    EXPECT_EQ(opened.memory.text(2, ColName), QStringLiteral("W1AW"));
-    EXPECT_EQ(opened.settings, document.settings);
 }
 
 TEST_F(CloneFileTest, SaveAndOpenGiveIdenticalData) {
-    Document first;
+    Document first, second;
     testdata::FillDemoData(first);
     testdata::FillAllChannels(first);
     first.dialTexts[4] = QString(32, QLatin1Char('1')); // exactly 32: no padding
     ASSERT_TRUE(files::SaveCloneFile(first, path("a.318")).ok());
-
-    Document second;
     second.setDataChanged(true);
     ASSERT_TRUE(files::OpenCloneFile(second, path("a.318")).ok());
     EXPECT_FALSE(second.DataChanged());
@@ -84,7 +69,6 @@ TEST_F(CloneFileTest, SaveAndOpenGiveIdenticalData) {
     EXPECT_EQ(second.settingsBlock, first.settingsBlock);
     EXPECT_TRUE(second.memory == first.memory);
     EXPECT_EQ(second.special.text(kVfoRow, ColFrequency), QStringLiteral("146.5200"));
-
     ASSERT_TRUE(files::SaveCloneFile(second, path("b.318")).ok());
     EXPECT_EQ(ReadFile(path("b.318")), ReadFile(path("a.318")));
 }
@@ -92,12 +76,11 @@ TEST_F(CloneFileTest, SaveAndOpenGiveIdenticalData) {
 TEST_F(CloneFileTest, DialTextsLoseTrailingZAndLongOnesAreRejected) {
     const QByteArray bytes =
         demoBytes().replace(9 * L, 32, "12" + QByteArray(30, 'Z')).replace(10 * L, 32, QByteArray(32, 'Z'));
-    Document document;
+    Document document, longDial;
     ASSERT_TRUE(files::ApplyCloneImage(document, files::ParseCloneFile(bytes).image).ok());
     EXPECT_EQ(document.dialTexts[0], QStringLiteral("12"));
     EXPECT_EQ(document.dialTexts[1], QString());
 
-    Document longDial;
     longDial.dialTexts[2] = QString(33, QLatin1Char('5'));
     ASSERT_TRUE(files::SaveCloneFile(longDial, path("long.318")).ok());
     const files::CloneReadResult read = files::ReadCloneFile(path("long.318"));
@@ -125,21 +108,11 @@ const BadFileCase kBadFiles[] = {
     {"Binary",
      splice(0, 419 * L, QByteArray::fromHex("7f454c4602010100000000000000000003003e0001000000").repeated(50)),
      Data, 0},
-    {"HeaderOnly", cut(L), Open, 1},
-    {"TruncatedAtLine100", cut(100 * L), Open, 100},
-    {"FourHundredEighteenLines", cut(418 * L), Open, 418},
     {"LineMissingBeforeEnd", splice(200 * L, L, ""), Open, 418},
-    {"ExtraLineBeforeEnd", [](QByteArray b) { return b.insert(418 * L, b.mid(417 * L, L)); }, Data, 418},
-    {"CutInsideALine", cut(50 * L + 10), Data, 50},
+    {"CommaCutsALineShort", splice(30 * L + 16, 1, ","), Data, 30},
     {"LfOnly", [](QByteArray b) { return b.replace("\r\n", "\n"); }, Data, 0},
-    {"NulInHeader", splice(6, 1, QByteArray(1, '\0')), Data, 0},
     {"NulAddedToALine", splice(20 * L + 5, 0, QByteArray(1, '\0')), Data, 20},
-    {"CommaInALine", splice(30 * L + 16, 1, ","), Data, 30},
-    {"EmptyLine", splice(40 * L, 0, "\r\n"), Data, 40},
-    {"HeaderWithOneBlankTooMany", splice(0, 32, "Korvex  ZQ-318T Clone 0 FileStart"), Data, 0},
-    {"UnknownVariant", splice(0, 32, "Korvex ZQ-318X Clone 0 FileStart"), Data, 0},
     {"HeaderInOtherCase", splice(0, 32, "KORVEX ZQ-318T CLONE 0 FILESTART"), Data, 0},
-    {"EndLineWithSingleBlanks", splice(418 * L, 32, "Korvex ZQ-318 Clone File End"), Data, 418},
     {"EndLineOfRightLengthButWrong", splice(418 * L, 32, "Korvex  ZQ-318  Clone  File  EnD"), Data, 418},
     {"ToneIndexBeyondTable", splice(28 * L + 24, 2, "27"), Open, 28}, // channel 5's transmit tone
     {"HugeLine", [](QByteArray b) { return b.left(3 * L) + QByteArray(4 << 20, 'A'); }, Data, 3},
@@ -151,12 +124,15 @@ TEST_P(BadCloneFile, OpenReportsItAndChangesNothing) {
     QTemporaryDir dir;
     const QString file = dir.filePath(QStringLiteral("bad.318"));
     ASSERT_TRUE(WriteFile(file, GetParam().make(demoBytes())));
-    Document document;
+    Document document, startup;
     testdata::FillAllChannels(document);
     document.setCurrentFilePath(QStringLiteral("/somewhere/else.318"));
     document.setDataChanged(true);
+    const auto state = [](const Document& d) {
+        return std::tuple(d.memory, d.special, d.settingsBlock, d.settings, d.dialTexts, d.CurrentFilePath(),
+                          d.DataChanged(), d.ModelVariant(), d.CloneCodeA());
+    };
     const auto before = state(document);
-
     const Result result = files::OpenCloneFile(document, file);
     EXPECT_EQ(result.outcome, GetParam().outcome) << result.detail.toStdString();
     EXPECT_EQ(result.line, GetParam().line) << result.detail.toStdString();
@@ -164,7 +140,6 @@ TEST_P(BadCloneFile, OpenReportsItAndChangesNothing) {
     EXPECT_TRUE(state(document) == before);
 
     // At start-up, a file that cannot be read in full or decoded is fatal.
-    Document startup;
     const MemoryTable memory = startup.memory;
     const Result fatal = files::LoadCloneFile(startup, file);
     EXPECT_EQ(fatal.outcome, GetParam().outcome == Open ? Outcome::Fatal : GetParam().outcome);
@@ -175,7 +150,6 @@ TEST_P(BadCloneFile, OpenReportsItAndChangesNothing) {
 INSTANTIATE_TEST_SUITE_P(Cases, BadCloneFile, ::testing::ValuesIn(kBadFiles),
                          [](const auto& info) { return std::string(info.param.name); });
 
-// Quirks of the line reader that still make a valid file.
 TEST(CloneFileQuirks, AcceptedVariations) {
     const QByteArray good = demoBytes();
     for (const QByteArray& bytes : {QByteArray("   ") + good,   // leading blanks of a read are skipped
@@ -190,8 +164,7 @@ TEST(CloneFileQuirks, AcceptedVariations) {
 TEST(CloneFileQuirks, GigabyteFileIsRejectedWithoutReadingItAll) {
     QTemporaryDir dir;
     QFile file(dir.filePath(QStringLiteral("huge.318")));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    ASSERT_TRUE(file.resize(qint64(1) << 30)); // sparse: a gigabyte of NUL bytes
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.resize(qint64(1) << 30)); // sparse NUL bytes
     file.close();
     QElapsedTimer timer;
     timer.start();
@@ -202,14 +175,15 @@ TEST(CloneFileQuirks, GigabyteFileIsRejectedWithoutReadingItAll) {
 }
 
 TEST_F(CloneFileTest, HeaderSelectsVariantOnlyAtStartUp) {
-    Document source;
+    Document source, menu, startup, none;
     testdata::FillDemoData(source);
     source.setModelVariant(VariantE);
     source.setCloneCodeA(true);
     ASSERT_TRUE(files::SaveCloneFile(source, path("e.318")).ok());
     ASSERT_TRUE(ReadFile(path("e.318")).startsWith("Korvex ZQ-318E Clone A FileStart\r\n"));
+    none.setModelVariant(-1); // no option selected: the last header row
+    EXPECT_EQ(files::CloneFileLines(none).first(), QStringLiteral("Korvex ZQ-318A Clone 0 FileStart"));
 
-    Document menu, startup;
     ASSERT_TRUE(files::OpenCloneFile(menu, path("e.318")).ok());
     EXPECT_EQ(menu.ModelVariant(), VariantT);
     EXPECT_FALSE(menu.CloneCodeA());
@@ -222,10 +196,9 @@ TEST_F(CloneFileTest, HeaderSelectsVariantOnlyAtStartUp) {
     EXPECT_EQ(files::LoadCloneFile(startup, path("missing.318")).outcome, Outcome::Fatal);
 
     // The header is taken before the end line fails.
-    const QByteArray bad = demoBytes()
-                               .replace(0, 32, "Korvex ZQ-318J Clone A FileStart")
-                               .replace(418 * L, 32, "Korvex ZQ-318 Clone File End----");
-    ASSERT_TRUE(WriteFile(path("j.318"), bad));
+    ASSERT_TRUE(WriteFile(path("j.318"), demoBytes()
+                                             .replace(0, 32, "Korvex ZQ-318J Clone A FileStart")
+                                             .replace(418 * L, 32, "Korvex ZQ-318 Clone File End----")));
     Document document;
     const MemoryTable memory = document.memory;
     EXPECT_EQ(files::LoadCloneFile(document, path("j.318")).outcome, Outcome::DataError);
@@ -233,20 +206,6 @@ TEST_F(CloneFileTest, HeaderSelectsVariantOnlyAtStartUp) {
     EXPECT_TRUE(document.CloneCodeA());
     EXPECT_TRUE(document.memory == memory);
     EXPECT_TRUE(document.CurrentFilePath().isEmpty());
-}
-
-TEST(CloneFileLines, HeaderFollowsVariantAndCloneCode) {
-    const std::tuple<int, bool, const char*> cases[] = {
-        {0, false, "Korvex ZQ-318T Clone 0 FileStart"},  {1, true, "Korvex ZQ-318E Clone A FileStart"},
-        {2, false, "Korvex ZQ-318J Clone 0 FileStart"},  {3, true, "Korvex ZQ-318A Clone A FileStart"},
-        {-1, false, "Korvex ZQ-318A Clone 0 FileStart"}, // no option selected
-    };
-    for (const auto& [variant, codeA, header] : cases) {
-        Document document;
-        document.setModelVariant(variant);
-        document.setCloneCodeA(codeA);
-        EXPECT_EQ(files::CloneFileLines(document).first(), QLatin1String(header));
-    }
 }
 
 TEST_F(CloneFileTest, FailedSaveKeepsThePreviousFile) {
