@@ -10,7 +10,6 @@ namespace {
 
 const QString kCloneFilter = QStringLiteral("Korvex ZQ-318 Clone Files (*.318);;All Files (*.*)");
 const QString kCsvFilter = QStringLiteral("CSV Files (*.csv);;All Files (*.*)");
-const FileRequest kOpenClone{FileRequest::Kind::Open, kCloneFilter};
 const FileRequest kSaveClone{FileRequest::Kind::Save, kCloneFilter};
 
 class FileCommands : public test::WindowFixture {
@@ -41,121 +40,92 @@ TEST_F(FileCommands, SaveAsksOnceThenWritesToTheSamePath) {
     const QByteArray written = test::ReadFile(file);
     EXPECT_FALSE(written.isEmpty());
     EXPECT_FALSE(doc().DataChanged());
-    EXPECT_EQ(window->windowTitle(), QStringLiteral("saved.318 - Korvex ZQ-318 Clone Utility"));
 
     editChannel(1, QStringLiteral("SECOND"));
     trigger("mnuFileSave"); // no dialog this time
     EXPECT_EQ(dialogs.asked.size(), 2);
     EXPECT_NE(test::ReadFile(file), written);
-    EXPECT_TRUE(boxes.shown.isEmpty());
 
     dialogs.answers = {path("other.318")};
     trigger("mnuFileSaveAs");
-    EXPECT_EQ(dialogs.asked.size(), 3);
-    EXPECT_EQ(dialogs.asked.last(), kSaveClone);
+    EXPECT_EQ(dialogs.asked, QList<FileRequest>({kSaveClone, kSaveClone, kSaveClone}));
     EXPECT_EQ(test::ReadFile(path("other.318")), test::ReadFile(file));
     EXPECT_EQ(window->windowTitle(), QStringLiteral("other.318 - Korvex ZQ-318 Clone Utility"));
+    EXPECT_TRUE(boxes.shown.isEmpty());
 }
 
 TEST_F(FileCommands, UnwritableTargetShowsFileOpenError) {
     editChannel(0, QStringLiteral("X"));
     for (const char* command : {"mnuFileSaveAs", "mnuExport"}) {
         boxes.shown.clear();
-        trigger(command); // cancelled: nothing happens
-        EXPECT_TRUE(boxes.shown.isEmpty()) << command;
         dialogs.answers = {path("no-such-folder/x")};
         trigger(command);
-        ASSERT_EQ(boxes.shown.size(), 1) << command;
-        EXPECT_EQ(boxes.shown[0], ErrorBox(QStringLiteral("File Open Error")));
+        EXPECT_EQ(boxes.shown, QVector<MessageRequest>{ErrorBox(QStringLiteral("File Open Error"))})
+            << command;
         EXPECT_TRUE(doc().DataChanged());
     }
     EXPECT_EQ(fatalSpy->count(), 0);
 }
 
 TEST_F(FileCommands, OpenLoadsAValidFileAndRejectsOthers) {
-    demoCopy("e.318", model::HeaderLine(1, true));
-    demoCopy("bad.318", QString(), true);
-    dialogs.answers = {path("e.318")};
+    dialogs.answers = {demoCopy("e.318", model::HeaderLine(1, true))};
     trigger("mnuFileOpen");
-    EXPECT_EQ(dialogs.asked, QList<FileRequest>{kOpenClone});
+    EXPECT_EQ(dialogs.asked, QList<FileRequest>({{FileRequest::Kind::Open, kCloneFilter}}));
     EXPECT_TRUE(boxes.shown.isEmpty());
     EXPECT_EQ(window->windowTitle(), QStringLiteral("e.318 - Korvex ZQ-318 Clone Utility"));
     EXPECT_EQ(doc().ModelVariant(), 0); // Open keeps the variant whatever the header says
     EXPECT_FALSE(doc().CloneCodeA());
     const model::MemoryTable loaded = doc().memory;
 
-    const std::pair<const char*, const char*> failures[] = {{"bad.318", "Data Error"},
-                                                            {"missing.318", "File Open Error"}};
-    for (const auto& [file, message] : failures) {
-        boxes.shown.clear();
-        dialogs.answers = {path(file)};
-        trigger("mnuFileOpen");
-        ASSERT_EQ(boxes.shown.size(), 1) << file;
-        EXPECT_EQ(boxes.shown[0], ErrorBox(QString::fromUtf8(message)));
-        EXPECT_EQ(doc().memory, loaded);
-        EXPECT_EQ(doc().CurrentFilePath(), path("e.318"));
-    }
+    dialogs.answers = {demoCopy("bad.318", QString(), true)};
+    trigger("mnuFileOpen");
+    EXPECT_EQ(boxes.shown, QVector<MessageRequest>{ErrorBox(QStringLiteral("Data Error"))});
+    EXPECT_EQ(doc().memory, loaded);
+    EXPECT_EQ(doc().CurrentFilePath(), path("e.318"));
 }
 
-struct PromptCase {
+struct ExitCase {
     const char* name;
     bool changed;
     MessageAnswer answer;
-    bool commandRuns;
+    bool closes;
     bool saves;
 };
 
-class UnsavedPrompt : public FileCommands, public ::testing::WithParamInterface<PromptCase> {
-protected:
-    void SetUp() override {
-        FileCommands::SetUp();
-        editChannel(3, QStringLiteral("KEEP"));
-        doc().setDataChanged(GetParam().changed);
-        boxes.answers = {GetParam().answer};
-        dialogs.answers = {path("prompted.318")};
-    }
-};
+class ExitPrompt : public FileCommands, public ::testing::WithParamInterface<ExitCase> {};
 
-TEST_P(UnsavedPrompt, NewAsksFirst) {
-    const PromptCase& c = GetParam();
-    trigger("mnuFileNew");
-    ASSERT_EQ(boxes.shown.size(), c.changed ? 1 : 0);
-    if (c.changed) {
-        EXPECT_EQ(boxes.shown[0],
-                  (MessageRequest{QStringLiteral("Save changes to settings?"), QStringLiteral("Save Changes"),
-                                  MessageButtons::YesNoCancel, MessageIcon::Question, MessageAnswer::Yes}));
-    }
-    EXPECT_EQ(QFile::exists(path("prompted.318")), c.saves);
-    EXPECT_EQ(doc().memory.ChannelInUse(3), !c.commandRuns);
-    EXPECT_EQ(doc().DataChanged(), c.changed && !c.commandRuns);
-    EXPECT_EQ(memoryCell(4, 14), c.commandRuns ? QString() : QStringLiteral("KEEP"));
-    EXPECT_EQ(window->windowTitle(), model::AppTitle());
-}
-
-TEST_P(UnsavedPrompt, ExitAsksThenWritesThePortFileAndGeometry) {
-    const PromptCase& c = GetParam();
+TEST_P(ExitPrompt, AsksThenWritesThePortFileAndGeometry) {
+    const ExitCase& c = GetParam();
+    editChannel(3, QStringLiteral("KEEP"));
+    doc().setDataChanged(c.changed);
+    boxes.answers = {c.answer};
+    dialogs.answers = {path("prompted.318")};
     window->show();
     window->setPortNumber(7);
     QSettings geometry(QCoreApplication::organizationName(), model::AppTitle());
     geometry.remove(QStringLiteral("Settings"));
     geometry.sync();
 
-    EXPECT_EQ(window->close(), c.commandRuns);
+    EXPECT_EQ(window->close(), c.closes);
     EXPECT_EQ(boxes.shown.size(), c.changed ? 1 : 0);
-    EXPECT_EQ(window->isVisible(), !c.commandRuns);
+    if (c.changed) {
+        EXPECT_EQ(boxes.shown[0],
+                  (MessageRequest{QStringLiteral("Save changes to settings?"), QStringLiteral("Save Changes"),
+                                  MessageButtons::YesNoCancel, MessageIcon::Question, MessageAnswer::Yes}));
+    }
+    EXPECT_EQ(window->isVisible(), !c.closes);
     EXPECT_EQ(QFile::exists(path("prompted.318")), c.saves);
-    EXPECT_EQ(test::ReadFile(portFile()), c.commandRuns ? QByteArray("7\r\n") : QByteArray());
+    EXPECT_EQ(test::ReadFile(portFile()), c.closes ? QByteArray("7\r\n") : QByteArray());
     geometry.sync();
-    EXPECT_EQ(geometry.contains(QStringLiteral("Settings/MainWidth")), c.commandRuns);
-    EXPECT_TRUE(doc().memory.ChannelInUse(3));
+    EXPECT_EQ(geometry.contains(QStringLiteral("Settings/MainWidth")), c.closes);
 }
 
 using enum MessageAnswer;
-INSTANTIATE_TEST_SUITE_P(Answers, UnsavedPrompt,
-                         ::testing::Values(PromptCase{"Yes", true, Yes, true, true},
-                                           PromptCase{"No", true, No, true, false},
-                                           PromptCase{"Cancel", true, Cancel, false, false},
-                                           PromptCase{"Unchanged", false, Cancel, true, false}),
+INSTANTIATE_TEST_SUITE_P(Answers, ExitPrompt,
+                         ::testing::Values(ExitCase{"Yes", true, Yes, true, true},
+                                           ExitCase{"No", true, No, true, false},
+                                           ExitCase{"Cancel", true, Cancel, false, false},
+                                           ExitCase{"Unchanged", false, Cancel, true, false}),
                          [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(FileCommands, UnwritablePortFileEndsTheProgramAtExit) {
@@ -167,42 +137,39 @@ TEST_F(FileCommands, UnwritablePortFileEndsTheProgramAtExit) {
     EXPECT_EQ(fatalSpy->count(), 1);
 }
 
-TEST_F(FileCommands, ExportThenImportRoundTrip) {
+TEST_F(FileCommands, ExportThenNewThenImportRoundTrip) {
     editChannel(7, QStringLiteral("SEVEN"));
     const QString csv = path("channels.csv");
-    dialogs.answers = {csv};
+    dialogs.answers = {csv, csv};
     trigger("mnuExport");
-    EXPECT_EQ(dialogs.asked, QList<FileRequest>({{FileRequest::Kind::Save, kCsvFilter}}));
     EXPECT_EQ(window->windowTitle(), QStringLiteral("channels.csv - Korvex ZQ-318 Clone Utility"));
     EXPECT_FALSE(doc().DataChanged());
 
-    trigger("mnuFileNew");
+    trigger("mnuFileNew"); // nothing changed: no prompt
     EXPECT_EQ(memoryCell(8, 14), QString());
+    EXPECT_EQ(window->windowTitle(), model::AppTitle());
     window->setCurrentMemoryRow(50);
     doc().setDataChanged(true);
-    dialogs.answers = {csv};
     trigger("mnuImport");
-    EXPECT_EQ(dialogs.asked.last(), (FileRequest{FileRequest::Kind::Open, kCsvFilter}));
-    EXPECT_TRUE(boxes.shown.isEmpty()); // no prompt before an import
+    EXPECT_EQ(dialogs.asked, QList<FileRequest>({{FileRequest::Kind::Save, kCsvFilter},
+                                                 {FileRequest::Kind::Open, kCsvFilter}}));
+    EXPECT_TRUE(boxes.shown.isEmpty()); // no prompt before an import either
     EXPECT_EQ(memoryCell(8, 14), QStringLiteral("SEVEN"));
     EXPECT_EQ(window->currentMemoryRow(), 1);
-    EXPECT_EQ(window->windowTitle(), model::AppTitle());
     EXPECT_TRUE(doc().CurrentFilePath().isEmpty());
     EXPECT_FALSE(doc().DataChanged());
     EXPECT_EQ(fatalSpy->count(), 0);
 }
 
 TEST_F(FileCommands, ImportCancelledOrUnreadableEndsTheProgram) {
-    int fatals = 0;
-    for (const QString& answer : {QString(), path("missing.csv")}) {
+    dialogs.answers = {QString(), path("missing.csv")};
+    for (int fatals = 1; fatals <= 2; ++fatals) {
         boxes.shown.clear();
-        dialogs.answers = {answer};
         trigger("mnuImport");
         ASSERT_EQ(boxes.shown.size(), 1);
         EXPECT_EQ(boxes.shown[0].icon, MessageIcon::Critical);
-        EXPECT_EQ(fatalSpy->count(), ++fatals);
+        EXPECT_EQ(fatalSpy->count(), fatals);
     }
-    EXPECT_TRUE(window->fatalErrorShown());
     window->show();
     EXPECT_TRUE(window->close()); // no prompt, no port file after the run-time error
     EXPECT_EQ(boxes.shown.size(), 1);

@@ -13,16 +13,12 @@
 
 namespace zq::ui::test {
 
+// Each opening as {memory grid?, row index}.
 class RecordingEditor : public ChannelEditor {
 public:
-    struct Opening {
-        bool memory;
-        int index;
-        bool operator==(const Opening&) const = default;
-    };
     void openMemoryChannel(int editIndex) override { opened.append({true, editIndex}); }
     void openSpecialRow(int editIndex) override { opened.append({false, editIndex}); }
-    QList<Opening> opened;
+    QList<std::pair<bool, int>> opened;
 };
 
 inline void WriteFile(const QString& path, const QByteArray& bytes) {
@@ -56,8 +52,7 @@ protected:
     model::Document& doc() { return window->document(); }
     // A copy of the demonstration file, with another header line and a broken end line if asked.
     QString demoCopy(const char* name, const QString& header = QString(), bool breakEnd = false) {
-        QByteArray demo =
-            ReadFile(QDir(QStringLiteral(ZQ_EXAMPLES_DIR)).filePath(QStringLiteral("demo.318")));
+        QByteArray demo = ReadFile(QStringLiteral(ZQ_EXAMPLES_DIR "/demo.318"));
         EXPECT_FALSE(demo.isEmpty());
         if (!header.isEmpty()) demo.replace(0, 32, header.toLatin1());
         if (breakEnd) demo.replace(demo.size() - 34, 32, QByteArray(32, 'X'));
