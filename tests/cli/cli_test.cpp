@@ -1,4 +1,4 @@
-// Runs the built zq318 on temporary files and checks exit status, messages and outputs.
+// Runs the built zq318 in a temporary folder and checks exit status, messages and outputs.
 #include "files/clonefile.h"
 #include "files/csvexchange.h"
 #include "model/tables.h"
@@ -15,12 +15,6 @@ using testdata::WriteFile;
 
 namespace {
 
-struct ToolRun {
-    int status = -1;
-    QString out;
-    QString err;
-};
-
 class Workspace : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -32,7 +26,6 @@ protected:
         demo.setCloneCodeA(true);
         demo.memory.set(2, model::ColName, QStringLiteral("OTHER"), 1);
         ASSERT_TRUE(files::SaveCloneFile(demo, path("other.318")).ok());
-
         const QByteArray bytes = ReadFile(path("demo.318"));
         WriteFile(path("badline.318"), QByteArray(bytes).remove(12 * 34 + 3, 1)); // line 13 is one short
         WriteFile(path("badtone.318"), QByteArray(bytes).replace(28 * 34 + 24, 2, "FF")); // channel 5's tone
@@ -41,18 +34,15 @@ protected:
     }
     QString path(const QString& name) const { return dir.filePath(name); }
 
-    ToolRun run(const QStringList& arguments) const {
-        QStringList resolved;
-        for (const QString& argument : arguments)
-            resolved.append(argument.startsWith(QLatin1Char('@')) ? path(argument.mid(1)) : argument);
+    // The exit status, standard output and standard error of zq318 run in the workspace.
+    std::tuple<int, QString, QString> run(const QStringList& arguments) const {
         QProcess process;
-        process.start(QStringLiteral(ZQ318_PATH), resolved);
-        ToolRun run;
-        if (!process.waitForFinished(30000)) return run;
-        run.status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2;
-        run.out = QString::fromUtf8(process.readAllStandardOutput());
-        run.err = QString::fromUtf8(process.readAllStandardError());
-        return run;
+        process.setWorkingDirectory(dir.path());
+        process.start(QStringLiteral(ZQ318_PATH), arguments);
+        if (!process.waitForFinished(30000) || process.exitStatus() != QProcess::NormalExit)
+            return {-1, {}, {}};
+        return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+                QString::fromUtf8(process.readAllStandardError())};
     }
 
     QTemporaryDir dir;
@@ -60,38 +50,41 @@ protected:
 
 struct CliCase {
     const char* name;
-    const char* arguments; // split at blanks; "@name" stands for a file of the workspace
+    const char* arguments; // split at blanks
     int status;
     const char* errorStart; // how the first line on standard error starts
     const char* out = "";   // the whole standard output
 };
 
 const CliCase kCases[] = {
-    {"Export", "export @demo.318 -o @out.csv", 0, ""},
-    {"ExportOfARejectedFile", "export @badline.318 -o @out.csv", 5, "Data Error: line 13 has 31 characters"},
-    {"ExportIntoAMissingFolder", "export @demo.318 -o @no/out.csv", 6, "File Open Error: "},
-    {"ExportWithoutOutput", "export @demo.318", 2, "zq318 export: "},
-    {"ImportOntoABase", "import @demo.csv -o @out.318 --base @other.318", 0, ""},
-    {"ImportOntoTheStartUpData", "import @demo.csv -o @out.318", 0, ""},
-    {"ImportOfACsvCutShort", "import @cut.csv -o @previous.out", 6, "Input past end of file"},
-    {"ImportOntoARejectedBase", "import @demo.csv -o @out.318 --base @badline.318", 5, "Data Error: line 13"},
-    {"CheckOfAGoodFile", "check @demo.318", 0, "", "OK\n"},
-    {"CheckOfABadLine", "check @badline.318", 5, "Data Error: line 13 has 31 characters, not 32"},
-    {"CheckOfAnUndecodableRecord", "check @badtone.318", 6, "File Open Error: line 29: channel 5"},
-    {"CheckOfTwoFiles", "check @demo.318 @demo.318", 2, "zq318 check: too many arguments"},
-    {"ShowOfARejectedFile", "show @badline.318", 5, "Data Error: line 13"},
-    {"DiffOfTheSameData", "diff @demo.318 @demo.318", 0, ""},
-    {"DiffListsEachDifference", "diff @demo.318 @other.318", 1, "",
+    {"Export", "export demo.318 -o out.csv", 0, ""},
+    {"ExportOfARejectedFile", "export badline.318 -o out.csv", 5, "Data Error: line 13 has 31 characters"},
+    {"ExportIntoAMissingFolder", "export demo.318 -o no/out.csv", 6, "File Open Error: "},
+    {"ExportWithoutOutput", "export demo.318", 2, "zq318 export: -o FILE.csv is required"},
+    {"ImportOntoABase", "import demo.csv -o out.318 --base other.318", 0, ""},
+    {"ImportOntoTheStartUpData", "import demo.csv -o out.318", 0, ""},
+    {"ImportOfACsvCutShort", "import cut.csv -o previous.out", 6, "Input past end of file"},
+    {"ImportOntoARejectedBase", "import demo.csv -o out.318 --base badline.318", 5, "Data Error: line 13"},
+    {"CheckOfAGoodFile", "check demo.318", 0, "", "OK\n"},
+    {"CheckOfABadLine", "check badline.318", 5, "Data Error: line 13 has 31 characters, not 32"},
+    {"CheckOfAnUndecodableRecord", "check badtone.318", 6, "File Open Error: line 29: channel 5"},
+    {"CheckOfTwoFiles", "check demo.318 demo.318", 2, "zq318 check: too many arguments"},
+    {"ShowOfARejectedFile", "show badline.318", 5, "Data Error: line 13"},
+    {"DiffOfTheSameData", "diff demo.318 demo.318", 0, ""},
+    {"DiffListsEachDifference", "diff demo.318 other.318", 1, "",
      "header: \"Korvex ZQ-318T Clone 0 FileStart\" | \"Korvex ZQ-318E Clone A FileStart\"\n"
      "channel 2 Name: \"W1AW\" | \"OTHER\"\n"},
-    {"DiffWithARejectedFile", "diff @demo.318 @badline.318", 5, "Data Error: line 13"},
-    {"DiffWithOneFile", "diff @demo.318", 2, "zq318 diff: missing argument"},
+    {"DiffWithARejectedFile", "diff demo.318 badline.318", 5, "Data Error: line 13"},
+    {"DiffWithOneFile", "diff demo.318", 2, "zq318 diff: missing argument"},
     {"Version", "--version", 0, "", "zq318 1.0.0\n"},
-    {"GlobalOptionsBeforeTheVerb", "--quiet --port 3 check @demo.318", 0, "", "OK\n"},
+    {"GlobalOptionsBeforeTheVerb", "--quiet --port 3 check demo.318", 0, "", "OK\n"},
+    {"VerbHelp", "import --help", 0, "",
+     "Usage: zq318 [--port PORT] [--quiet] import FILE.csv -o FILE.318 [--base FILE.318]\n"
+     "Import CSV channels onto a clone file (or the start-up data) and save the result.\n"},
     {"NoCommand", "", 2, "zq318: no command given"},
     {"UnknownCommand", "frobnicate", 2, "zq318: unknown command \"frobnicate\""},
     {"UnknownOption", "--frob check", 2, "zq318: Unknown option 'frob'"},
-    {"UnknownVerbOption", "check --frob @demo.318", 2, "zq318 check: Unknown option 'frob'"},
+    {"UnknownVerbOption", "check --frob demo.318", 2, "zq318 check: Unknown option 'frob'"},
 };
 
 class Cli : public Workspace, public ::testing::WithParamInterface<CliCase> {};
@@ -100,33 +93,26 @@ TEST_P(Cli, ExitStatusMessageAndOutput) {
     const CliCase& c = GetParam();
     const QStringList arguments =
         QString::fromLatin1(c.arguments).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-    const ToolRun r = run(arguments);
-    EXPECT_EQ(r.status, c.status) << r.err.toStdString();
-    if (*c.errorStart) {
-        EXPECT_TRUE(r.err.section(QLatin1Char('\n'), 0, 0).startsWith(QLatin1String(c.errorStart)))
-            << r.err.toStdString();
-    }
+    const auto [status, out, err] = run(arguments);
+    EXPECT_EQ(status, c.status) << err.toStdString();
+    EXPECT_TRUE(!*c.errorStart || err.startsWith(QLatin1String(c.errorStart))) << err.toStdString();
     // Only failures speak on standard error ("diff" finding differences is no failure).
-    EXPECT_EQ(r.err.isEmpty(), c.status <= 1) << r.err.toStdString();
-    EXPECT_EQ(r.out, QLatin1String(c.out));
+    EXPECT_EQ(err.isEmpty(), c.status <= 1) << err.toStdString();
+    EXPECT_EQ(out, QLatin1String(c.out));
     // A failed command writes no output file.
     EXPECT_EQ(ReadFile(path("previous.out")), "previous\n");
-    if (c.status > 1) {
-        EXPECT_FALSE(QFile::exists(path("out.csv")));
-        EXPECT_FALSE(QFile::exists(path("out.318")));
-    }
+    EXPECT_FALSE(c.status > 1 && (QFile::exists(path("out.csv")) || QFile::exists(path("out.318"))));
     // Conversions write what the library gives for the same input (opened as at start-up).
-    if (c.status != 0) return;
     model::Document expected;
-    const int base = arguments.indexOf(QStringLiteral("--base"));
+    if (c.status != 0 || arguments.size() < 3) return;
+    if (arguments.size() == 6) {
+        ASSERT_TRUE(files::LoadCloneFile(expected, path(arguments[5])).ok());
+    }
     if (arguments[0] == QLatin1String("export")) {
-        ASSERT_TRUE(files::LoadCloneFile(expected, path(arguments[1].mid(1))).ok());
+        ASSERT_TRUE(files::LoadCloneFile(expected, path(arguments[1])).ok());
         EXPECT_EQ(ReadFile(path("out.csv")), files::CsvExportText(expected));
     } else if (arguments[0] == QLatin1String("import")) {
-        if (base > 0) {
-            ASSERT_TRUE(files::LoadCloneFile(expected, path(arguments[base + 1].mid(1))).ok());
-        }
-        ASSERT_TRUE(files::ImportCsv(expected, path(arguments[1].mid(1))).ok());
+        ASSERT_TRUE(files::ImportCsv(expected, path(arguments[1])).ok());
         EXPECT_EQ(ReadFile(path("out.318")), files::SerializeCloneFile(expected));
     }
 }
@@ -135,33 +121,25 @@ INSTANTIATE_TEST_SUITE_P(Cases, Cli, ::testing::ValuesIn(kCases),
                          [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(Workspace, ShowPrintsBothGrids) {
-    const ToolRun r = run({"show", "@demo.318"});
-    EXPECT_EQ(r.status, 0);
-    EXPECT_TRUE(r.err.isEmpty());
-    const QStringList lines = r.out.split(QLatin1Char('\n'));
+    const auto [status, out, err] = run({"show", "demo.318"});
+    EXPECT_EQ(status, 0);
+    const QStringList lines = out.split(QLatin1Char('\n'));
     ASSERT_EQ(lines.size(), 4 + 1 + 13 + 1);
     EXPECT_EQ(lines[0],
               QStringLiteral("      Frequency  Step  Tone  TxTone  RxTone  DCS  Shift   ShiftFreq.  "
                              "PWR  ------  BSV  Clock  BCLO"));
     EXPECT_EQ(lines[3], QStringLiteral("RPT                    Tone  88.5Hz  88.5Hz  023  -Shift  0.6000"));
     EXPECT_TRUE(lines[4].isEmpty());
-    EXPECT_TRUE(lines[5].startsWith(QStringLiteral("    Frequency  Step     Tone")));
     EXPECT_TRUE(lines[5].endsWith(QStringLiteral("BCLO  Name")));
     EXPECT_EQ(lines[8], QStringLiteral("2   146.9400   5KHz     Tone  100.0Hz  100.0Hz  023  -Shift  0.6000 "
                                        "     High  ------  Off  Off    On    W1AW"));
-    EXPECT_TRUE(lines[17].startsWith(QStringLiteral("21  146.4150")));
 }
 
-TEST_F(Workspace, HelpNamesEveryVerbAndItsUsage) {
-    const ToolRun help = run({"--help"});
-    EXPECT_EQ(help.status, 0);
+TEST_F(Workspace, HelpNamesEveryVerb) {
+    const auto [status, out, err] = run({"--help"});
+    EXPECT_EQ(status, 0);
     for (const char* verb : {"export", "import", "check", "show", "diff"})
-        EXPECT_TRUE(help.out.contains(QStringLiteral("  %1 ").arg(QLatin1String(verb)))) << verb;
-    const ToolRun verbHelp = run({"import", "--help"});
-    EXPECT_EQ(verbHelp.status, 0);
-    EXPECT_TRUE(verbHelp.err.isEmpty() && help.err.isEmpty());
-    EXPECT_TRUE(verbHelp.out.startsWith(QStringLiteral(
-        "Usage: zq318 [--port PORT] [--quiet] import FILE.csv -o FILE.318 [--base FILE.318]\n")));
+        EXPECT_TRUE(out.contains(QStringLiteral("  %1 ").arg(QLatin1String(verb)))) << verb;
 }
 
 } // namespace

@@ -4,14 +4,10 @@
 
 namespace zq::testdata {
 
+// The numbers of a channel's cells in column order (the blank and name cells are ignored), and its name.
 struct ChannelValues {
-    double frequency;
-    int step, toneMode, txTone, rxTone, dcs, shift; // step 0/2; tone mode 0/1/3/12; shift 0 None, 1 -, 2 +
-    double offset;
-    int power, batterySave;
-    bool clock, lockOut;
+    std::array<double, 15> numbers;
     const char* name;
-    bool skip;
 };
 
 // Sets `channel` in use from the values, with the texts the decoder would show for it.
