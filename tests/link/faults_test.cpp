@@ -38,24 +38,23 @@ TEST_P(FaultTest, StopsAtOnceAndKeepsWhatCameBefore) {
     const QString failing = QString::fromLatin1(c.failing), last = radio.commands().last();
     EXPECT_TRUE(last.startsWith(failing)) << last.toStdString();
     EXPECT_EQ(radio.commands().contains(QStringLiteral("KV~E")), failing == QLatin1String("KV~E"));
-    EXPECT_TRUE(failing != QLatin1String("ZQ318") || radio.commands().size() == 1);
-
-    // Only a silent radio costs the full reply wait. A block read one digit short still ends in CR LF and
-    // is rejected by its length; an "OK" one character short never completes.
     const QByteArray fault(c.fault);
+    EXPECT_EQ(link.isOpen(), !fault.startsWith("hangup")); // a pulled cable is opened afresh next time
+
+    // Only silence costs the full reply wait: a block read one digit short still ends in CR LF, an "OK"
+    // one character short never completes. The radio notes a command a moment after the link sent it.
     const bool silent = fault.startsWith("timeout") || fault == "silent-end" ||
                         (fault.startsWith("short") && !failing.endsWith(QLatin1Char('R')));
-    // The radio notes a command's arrival a moment after the link starts its wait.
     EXPECT_GE(lastExchange, silent ? zq::link::kReplyTimeoutMs - 50 : 0);
     EXPECT_LT(lastExchange, (silent ? zq::link::kReplyTimeoutMs : 0) + 300);
 
+    const int done = c.progress;
     if (c.transfer == Transfer::ReadMemory) {
         const MemoryTable expected = DecodeRadioChannels(radio, before.memory);
-        const int stop = c.outcome == Outcome::Done ? kChannelCount : c.progress;
+        const int stop = c.outcome == Outcome::Done ? kChannelCount : done;
         for (int n = 0; n < kMemoryRows; ++n)
             EXPECT_TRUE(n == stop || SameRow(document.memory, n < stop ? expected : before.memory, n)) << n;
     } else if (c.transfer == Transfer::ReadSettings) {
-        const int done = c.progress;
         EXPECT_EQ(document.settingsBlock.halfA,
                   done >= 1 ? radio.blockHex(0xE0) : before.settingsBlock.halfA);
         EXPECT_EQ(document.settingsBlock.halfB,
@@ -64,8 +63,7 @@ TEST_P(FaultTest, StopsAtOnceAndKeepsWhatCameBefore) {
             EXPECT_TRUE(done >= 4 + 2 * row || SameRow(document.special, before.special, row)) << row;
         for (int k = 0; k < kDialCount; ++k)
             EXPECT_EQ(document.dialTexts[k],
-                      k < done - 6 ? UpDateDialData(radio.blockHex(0x1F00 + 0x10 * k)) : before.dialTexts[k])
-                << k;
+                      k < done - 6 ? UpDateDialData(radio.blockHex(0x1F00 + 0x10 * k)) : before.dialTexts[k]);
     }
     EXPECT_TRUE(c.transfer == Transfer::ReadMemory || document.memory == before.memory);
 }
@@ -73,23 +71,18 @@ TEST_P(FaultTest, StopsAtOnceAndKeepsWhatCameBefore) {
 using enum Transfer;
 constexpr Outcome Comm = Outcome::CommunicationError, Port = Outcome::ComPortError, Done = Outcome::Done;
 
-// Addresses: 0200 the first channel block, 1000 a middle one (channel 112), 1AF0 the last; 00E0/00F0
-// the settings, 0100..0150 the special records, 1F00..1F80 the dial memories.
+// Addresses: 0200 the first channel block, 0FE0 channel 111's; 00E0/00F0 the settings, 0100..0150 the
+// special records, 1F00..1F80 the dial memories. A garbled read has the right length, but decodes to an
+// out-of-range tone; a garbled write answer is wrong like NG.
 // clang-format off
 const FaultCase kFaultCases[] = {
     {"ReadMemTimeoutFirst", ReadMemory, "timeout@0200", Comm, "KV~F0200R", 0},
     {"ReadMemShortFirst", ReadMemory, "short@0210", Comm, "KV~F0210R", 0},
-    {"ReadMemNgMiddle", ReadMemory, "ng@1000", Comm, "KV~F1000R", 112},
-    // Right length, wrong digits: accepted, but the tone index it decodes is out of range.
     {"ReadMemGarbleDecodeError", ReadMemory, "garble@0260", Port, "KV~F0270R", 3},
     {"ReadMemHangupMiddle", ReadMemory, "hangup@0FE0", Port, "KV~F0FE0R", 111},
-    {"ReadMemTimeoutLast", ReadMemory, "timeout@1AF0", Comm, "KV~F1AF0R", 199},
     {"ReadMemSilentEnd", ReadMemory, "silent-end", Done, "KV~E", 0},
     {"WriteMemNgModel", WriteMemory, "ng@model", Comm, "ZQ318", 0},
-    {"WriteMemTimeoutModel", WriteMemory, "timeout@model", Comm, "ZQ318", 0},
-    {"WriteMemHangupModel", WriteMemory, "hangup@model", Port, "ZQ318", 0},
     {"WriteMemNgFirst", WriteMemory, "ng@0200", Comm, "KV~F0200W", 0},
-    {"WriteMemGarbleMiddle", WriteMemory, "garble@1000", Comm, "KV~F1000W", 112},
     {"WriteMemShortMiddle", WriteMemory, "short@1010", Comm, "KV~F1010W", 112},
     {"WriteMemHangupLast", WriteMemory, "hangup@1AF0", Port, "KV~F1AF0W", 199},
     {"ReadSetTimeoutSettings", ReadSettings, "timeout@00E0", Comm, "KV~F00E0R", 0},
@@ -99,7 +92,6 @@ const FaultCase kFaultCases[] = {
     {"ReadSetHangupDial", ReadSettings, "hangup@1F40", Port, "KV~F1F40R", 10},
     {"WriteSetShortSettings", WriteSettings, "short@00E0", Comm, "KV~F00E0W", 0},
     {"WriteSetNgRpt", WriteSettings, "ng@0150", Comm, "KV~F0150W", 0},
-    {"WriteSetGarbleDial", WriteSettings, "garble@1F30", Comm, "KV~F1F30W", 0},
     {"WriteSetHangupLastDial", WriteSettings, "hangup@1F80", Port, "KV~F1F80W", 0}};
 // clang-format on
 INSTANTIATE_TEST_SUITE_P(Faults, FaultTest, ::testing::ValuesIn(kFaultCases), CaseName);
@@ -137,17 +129,15 @@ TEST_P(AutoSelectTest, SelectsVariantAndCloneCode) {
 }
 
 // The identity read reports even a port failure as a communication failure, and only here is the end
-// command's answer checked. A garbled 33 reads as CC, an unknown model.
+// command's answer checked.
 // clang-format off
 const DetectCase kDetectCases[] = {
     {"T", 0xAA, false, "", Done, VariantT},
     {"EcloneA", 0x55, true, "", Done, VariantE},
     {"TfhCloneA", 0x33, true, "", Done, VariantJ},
     {"UnknownModel", 0x34, true, "", Comm, VariantA},
-    {"GarbledIdentity", 0x33, true, "garble@0000", Comm, VariantA},
     {"HangupIdentity", 0xAA, true, "hangup@0000", Comm, VariantA},
-    {"EndNg", 0x55, true, "ng@end", Comm, VariantE},
-    {"SilentEnd", 0x55, false, "silent-end", Comm, VariantE}};
+    {"EndNg", 0x55, true, "ng@end", Comm, VariantE}};
 // clang-format on
 INSTANTIATE_TEST_SUITE_P(Codes, AutoSelectTest, ::testing::ValuesIn(kDetectCases), CaseName);
 

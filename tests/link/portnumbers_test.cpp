@@ -6,12 +6,9 @@ using namespace zq::link;
 
 namespace {
 
-TEST(PortNumbersTest, CaptionsLineUpDigits) {
+TEST(PortNumbersTest, CaptionsAndArguments) {
     EXPECT_EQ(PortCaption(9), QStringLiteral("COM  9"));
     EXPECT_EQ(PortCaption(10), QStringLiteral("COM 10"));
-}
-
-TEST(PortNumbersTest, NumberPicksListedPortAndPathPassesThrough) {
     const QStringList listed{QStringLiteral("/dev/ttyS0"), QStringLiteral("/dev/ttyS1"),
                              QStringLiteral("/dev/ttyUSB0")};
     // A number from 1 to 14 beyond the listed ports names none; anything else passes through.
@@ -23,12 +20,6 @@ TEST(PortNumbersTest, NumberPicksListedPortAndPathPassesThrough) {
     for (const auto& [argument, device] : cases)
         EXPECT_EQ(DeviceForPortArgument(QString::fromLatin1(argument), listed), QString::fromLatin1(device))
             << argument;
-}
-
-TEST(PortNumbersTest, ListedDevicesAreSorted) {
-    QStringList sorted = ListedPortDevices();
-    sorted.sort();
-    EXPECT_EQ(ListedPortDevices(), sorted);
 }
 
 } // namespace
