@@ -1,5 +1,5 @@
 #pragma once
-// A plausible 2 m data set for tests and the demonstration clone file, and file helpers for tests.
+// Data sets and file helpers for the file and command-line tests.
 #include "model/document.h"
 
 namespace zq::testdata {
@@ -12,7 +12,7 @@ struct ChannelValues {
 
 // Sets `channel` in use from the values, with the texts the decoder would show for it.
 void SetChannel(model::Document& document, int channel, const ChannelValues& values);
-// Channels, VFO/CALL, dial memories and settings of the demonstration file.
+// The demonstration clone file under examples/, opened as at start-up.
 void FillDemoData(model::Document& document);
 // Every channel 0..199 in use, with varied values.
 void FillAllChannels(model::Document& document);
