@@ -1,4 +1,5 @@
-// The memory page's edit commands, row buttons, double-click, Edit > Modify, the tab rule and the toolbar.
+// The memory page: edit commands and their table effects, row buttons, double-click, Modify, tabs, toolbar.
+#include "ui/memoryedits.h"
 #include "windowfixture.h"
 
 #include <QAction>
@@ -12,13 +13,45 @@
 namespace zq::ui {
 namespace {
 
+// Row r holds "F<r>.<c>" / r in columns 0..13 and "S<r>" / r in column 14; all rows but 10 are in use.
+model::MemoryTable numberedTable() {
+    model::MemoryTable table;
+    for (int row = 0; row < model::kMemoryRows; ++row) {
+        for (int c = 0; c < model::ColSkip; ++c)
+            table.set(row, c, QStringLiteral("F%1.%2").arg(row).arg(c), row);
+        table.set(row, model::ColSkip, QStringLiteral("S%1").arg(row), row);
+        table.setChannelInUse(row, row != 10);
+    }
+    return table;
+}
+
+// "row:column" gives the cell's text ("" only for an emptied cell), "row:u" the in-use flag.
+QString probe(const model::MemoryTable& table, const QString& where) {
+    const QStringList at = where.split(QLatin1Char(':'));
+    const int row = at[0].toInt();
+    if (at[1] == QLatin1String("u"))
+        return table.ChannelInUse(row) ? QStringLiteral("1") : QStringLiteral("0");
+    const model::Cell& cell = table.cell(row, at[1].toInt());
+    return cell == model::Cell{} ? QString() : cell.text.isEmpty() ? QStringLiteral("?") : cell.text;
+}
+
+TEST(MemoryEdits, OutsideTheGridChangesNothing) {
+    for (auto* edit : {&InsertChannel, &DeleteChannel, &ClearChannel})
+        for (int row : {0, 201, -1}) {
+            model::MemoryTable table = numberedTable();
+            EXPECT_FALSE(edit(table, row)) << row;
+            EXPECT_EQ(table, numberedTable()) << row;
+        }
+}
+
 struct EditCase {
     const char* name;
     const char* button;
     MessageAnswer answer;
     const char* question; // nullptr: none asked
     const char* title;
-    std::pair<int, const char*> first, second; // grid row, name shown there
+    int gridRow;
+    const char* probes; // "where=text", blank between; the template row never moves
 };
 
 class EditCommand : public test::WindowFixture, public ::testing::WithParamInterface<EditCase> {
@@ -28,19 +61,15 @@ protected:
         ASSERT_TRUE(load().ok());
         find<QTabWidget>("TabStrip1")->setCurrentIndex(2);
         window->show();
-        for (int row = 0; row < model::kChannelCount; ++row) {
-            doc().memory.set(row, model::ColName, QStringLiteral("CH%1").arg(row), row);
-            doc().memory.setChannelInUse(row, true);
-        }
+        doc().memory = numberedTable();
         doc().RefreshMemoryGrid();
     }
 };
 
-TEST_P(EditCommand, AsksThenEditsTheCurrentRowAndRefreshesTheGrid) {
+TEST_P(EditCommand, AsksThenEditsTheCurrentRow) {
     const EditCase& c = GetParam();
     boxes.answers = {c.answer};
-    window->setCurrentMemoryRow(5);
-    const model::MemoryTable before = doc().memory;
+    window->setCurrentMemoryRow(c.gridRow);
     QTest::mouseClick(find<QPushButton>(c.button), Qt::LeftButton);
     ASSERT_EQ(boxes.shown.size(), c.question ? 1 : 0);
     if (c.question) {
@@ -51,10 +80,13 @@ TEST_P(EditCommand, AsksThenEditsTheCurrentRowAndRefreshesTheGrid) {
     const bool done = c.answer == MessageAnswer::Ok;
     EXPECT_EQ(doc().DataChanged(), done);
     if (!done) {
-        EXPECT_EQ(doc().memory, before);
+        EXPECT_EQ(doc().memory, numberedTable());
     }
-    for (const auto& [gridRow, name] : {c.first, c.second})
-        EXPECT_EQ(memoryCell(gridRow, model::ColName + 1), QString::fromUtf8(name)) << gridRow;
+    for (const QString& expected : QString::fromUtf8(c.probes).split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+        const QStringList parts = expected.split(QLatin1Char('='));
+        EXPECT_EQ(probe(doc().memory, parts[0]), parts[1]) << parts[0].toStdString();
+    }
+    EXPECT_EQ(probe(doc().memory, QStringLiteral("200:0")), QStringLiteral("F200.0"));
 }
 
 const char* const kDelete = "Delete cannot be undone.\r\nAre you sure that you want to do the delete?";
@@ -64,13 +96,19 @@ using enum MessageAnswer;
 INSTANTIATE_TEST_SUITE_P(
     Answers, EditCommand,
     ::testing::Values(
-        EditCase{"Insert", "cmbInsert", Ok, nullptr, "", {5, ""}, {6, "CH4"}},
-        EditCase{"DeleteOk", "cmbDelete", Ok, kDelete, "DELETE OK", {5, "CH5"}, {200, ""}},
-        EditCase{"DeleteCancel", "cmbDelete", Cancel, kDelete, "DELETE OK", {5, "CH4"}, {200, "CH199"}},
-        EditCase{"ClearOk", "cmbClear", Ok, kClear, "CLEAR OK", {5, ""}, {6, "CH5"}},
-        EditCase{"ClearCancel", "cmbClear", Cancel, kClear, "CLEAR OK", {5, "CH4"}, {6, "CH5"}},
-        EditCase{"ClearAllOk", "cmbClAll", Ok, kClearAll, "CLEAR OK", {1, ""}, {200, ""}},
-        EditCase{"ClearAllCancel", "cmbClAll", Cancel, kClearAll, "CLEAR OK", {1, "CH0"}, {200, "CH199"}}),
+        EditCase{"InsertFlagsTravel", "cmbInsert", Ok, nullptr, "", 5,
+                 "3:0=F3.0 4:0= 4:13= 4:u=0 4:14=S4 5:0=F4.0 5:13=F4.13 5:14=S5 10:u=1 11:u=0 199:0=F198.0"},
+        EditCase{"DeleteKeepsColumns9To13OfTheLastRow", "cmbDelete", Ok, kDelete, "DELETE OK", 5,
+                 "3:0=F3.0 4:0=F5.0 4:14=S4 198:0=F199.0 199:8= 199:9=F199.9 199:13=F199.13 199:u=0"},
+        EditCase{"DeleteLast", "cmbDelete", Ok, kDelete, "DELETE OK", 200,
+                 "198:0=F198.0 199:0= 199:9=F199.9 199:14=S199 199:u=0"},
+        EditCase{"DeleteCancel", "cmbDelete", Cancel, kDelete, "DELETE OK", 5, ""},
+        EditCase{"ClearEmptiesColumn14Too", "cmbClear", Ok, kClear, "CLEAR OK", 5,
+                 "3:0=F3.0 4:0= 4:13= 4:14= 4:u=0 5:0=F5.0"},
+        EditCase{"ClearCancel", "cmbClear", Cancel, kClear, "CLEAR OK", 5, ""},
+        EditCase{"ClearAllKeepsColumn14", "cmbClAll", Ok, kClearAll, "CLEAR OK", 5,
+                 "0:0= 0:14=S0 0:u=0 199:13= 199:14=S199 199:u=0 200:u=1"},
+        EditCase{"ClearAllCancel", "cmbClAll", Cancel, kClearAll, "CLEAR OK", 5, ""}),
     [](const auto& info) { return std::string(info.param.name); });
 
 class GridButtons : public EditCommand {};
