@@ -1,10 +1,10 @@
 #include "linkfixture.h"
 
+#include "files/clonefile.h"
 #include "link/transfers.h"
 #include "model/channelcodec.h"
-#include "model/dialcodec.h"
-#include "model/settingscodec.h"
 #include "model/tables.h"
+#include "radio/radioimage.h"
 
 #include <QCoreApplication>
 
@@ -32,10 +32,7 @@ void FillSampleDocument(Document& document) {
     LoadSpecialDefaults(special, VariantT);
     special.set(kVfoRow, ColFrequency, QStringLiteral("146.5200"), 146.52);
     special.set(kVfoRow, ColTone, QStringLiteral("TSQ"), 3);
-    special.set(kVfoRow, ColTxTone, QString(), 12);
     special.set(kCallRow, ColFrequency, QStringLiteral("145.5000"), 145.5);
-    special.set(kCallRow, ColBsv, QString(), 2);
-    special.set(kCallRow, ColPower, QString(), 2);
     special.set(kRptRow, ColOffset, QString(), 1.6);
     // clang-format off
     document.settings = RadioSettings{.volume = 14, .squelch = 3, .dtmfWait = 2, .timeOutTimer = 9, .keyLock = true,
@@ -47,19 +44,8 @@ void FillSampleDocument(Document& document) {
 void FillSampleRadio(zq::radio::VirtualRadio& radio) {
     Document sample;
     FillSampleDocument(sample);
-    for (int n = 0; n < kChannelCount; ++n) {
-        radio.setBlockHex(0x200 + 0x20 * n, EncodeChannelFirstHalf(sample.memory, n));
-        radio.setBlockHex(0x210 + 0x20 * n, EncodeChannelSecondHalf(sample.memory, n));
-    }
-    for (int row = 0; row < 3; ++row) {
-        radio.setBlockHex(0x100 + 0x20 * row, EncodeSpecialFirstHalf(sample.special, row));
-        radio.setBlockHex(0x110 + 0x20 * row, EncodeSpecialSecondHalf(sample.special, row));
-    }
-    BuildSettingsBlock(sample.settingsBlock, sample.settings);
-    radio.setBlockHex(0xE0, sample.settingsBlock.halfA);
-    radio.setBlockHex(0xF0, sample.settingsBlock.halfB);
-    for (int k = 0; k < kDialCount; ++k)
-        radio.setBlockHex(0x1F00 + 0x10 * k, MakeDialData(sample.dialTexts[k]));
+    const QString file = QString::fromLatin1(zq::files::SerializeCloneFile(sample));
+    ASSERT_TRUE(zq::radio::ApplyCloneLines(file.split(QStringLiteral("\r\n")), radio.memory()).ok());
 }
 
 MemoryTable DecodeRadioChannels(const zq::radio::VirtualRadio& radio, MemoryTable base) {

@@ -31,51 +31,46 @@ QStringList Sessions(char operation, const QStringList& opening) {
 
 using TransferTest = RadioTest;
 
-TEST_F(TransferTest, ReadMemoryReportsEachChannelAndPausesBetweenCommands) {
-    QList<int> progress, notified, all(kChannelCount);
-    std::iota(all.begin(), all.end(), 0);
-    QObject::connect(&document, &Document::memoryRowsChanged,
-                     [&](int first, int last) { notified << (first == last ? first : -1); });
-    ASSERT_TRUE(ReadMemory(link, document, [&](int channel) { progress << channel; }).ok());
-    const qint64 elapsed = clock.elapsed();
-    EXPECT_EQ(progress, all);
-    EXPECT_EQ(notified, all);
-    // 400 pauses after the commands, one before the end command and one after it.
-    EXPECT_GE(elapsed, 402 * kCommandPauseMs);
-    EXPECT_LT(elapsed, 402 * kCommandPauseMs * 3 / 2);
-}
-
 TEST_F(TransferTest, WriteAllThenReadAllCarriesEverything) {
     FillSampleDocument(document);
     int lastChannel = -1;
     const AllResult written = WriteAll(link, document, [&](int channel) { lastChannel = channel; });
     EXPECT_TRUE(written.settings.ok() && written.memory.ok() && written.first().ok());
     EXPECT_EQ(lastChannel, 199);
-    zq::radio::VirtualRadio expected; // every block as the codecs encode it, empty channels included
-    FillSampleRadio(expected);
-    EXPECT_EQ(radio.memory(), expected.memory());
-    QStringList commands = radio.commands();
-    for (QString& command : commands)
-        command.truncate(9);
-    EXPECT_EQ(commands, Sessions('W', {"ZQ318"}));
-    // The second half of each special record follows its first half after 100 ms, not 10.
-    ASSERT_EQ(arrivals.size(), commands.size());
-    for (int i : {3, 5, 7})
-        EXPECT_GE(arrivals.at(i + 1) - arrivals.at(i), 100) << i;
-    EXPECT_LT(arrivals.at(2) - arrivals.at(1), 100);
-
     Document copy;
     copy.special.set(kRptRow, ColFrequency, QStringLiteral("145.0000"), 145.0);
     copy.special.set(kRptRow, ColPower, QStringLiteral("High"), 2);
     const SpecialTable before = copy.special;
     int dialSignals = 0;
     QObject::connect(&copy, &Document::dialTextsChanged, [&] { ++dialSignals; });
-    const AllResult read = ReadAll(link, copy);
+    QList<int> progress, notified, all(kChannelCount);
+    std::iota(all.begin(), all.end(), 0);
+    QObject::connect(&copy, &Document::memoryRowsChanged,
+                     [&](int first, int last) { notified << (first == last ? first : -1); });
+    QElapsedTimer reading;
+    reading.start();
+    const AllResult read = ReadAll(link, copy, [&](int channel) { progress << channel; });
+    const qint64 elapsed = reading.elapsed();
     EXPECT_TRUE(read.settings.ok() && read.memory.ok());
-    QStringList reads = radio.commands().mid(commands.size());
-    for (QString& command : reads)
+    EXPECT_EQ(progress, all);
+    EXPECT_EQ(notified, all);
+    // A pause after every command (one more before each end command): 16 in the settings, 402 in the memory.
+    EXPECT_GE(elapsed, 418 * kCommandPauseMs);
+    EXPECT_LT(elapsed, 418 * kCommandPauseMs * 3 / 2);
+
+    zq::radio::VirtualRadio expected; // every block as the codecs encode it, empty channels included
+    FillSampleRadio(expected);
+    EXPECT_EQ(radio.memory(), expected.memory());
+    QStringList commands = radio.commands();
+    for (QString& command : commands)
         command.truncate(9);
-    EXPECT_EQ(reads, Sessions('R', {}));
+    EXPECT_EQ(commands, Sessions('W', {"ZQ318"}) + Sessions('R', {}));
+    // The second half of each special record follows its first half after 100 ms, not 10.
+    ASSERT_EQ(arrivals.size(), commands.size());
+    for (int i : {3, 5, 7})
+        EXPECT_GE(arrivals.at(i + 1) - arrivals.at(i), 100) << i;
+    EXPECT_LT(arrivals.at(2) - arrivals.at(1), 100);
+
     EXPECT_EQ(copy.memory, DecodeRadioChannels(radio, Document().memory));
     EXPECT_EQ(copy.settingsBlock, document.settingsBlock);
     EXPECT_EQ(copy.settings, document.settings);
@@ -87,10 +82,10 @@ TEST_F(TransferTest, WriteAllThenReadAllCarriesEverything) {
                             row);
         EXPECT_TRUE(SameRow(copy.special, special, row)) << row;
     }
-    for (int c : {0, 1, 8, 9, 10, 11, 12}) // the repeater record is not read; its texts are blanked
-        EXPECT_TRUE(copy.special.text(kRptRow, c).isEmpty()) << c;
-    for (int c = 2; c <= 7; ++c)
-        EXPECT_EQ(copy.special.cell(kRptRow, c), before.cell(kRptRow, c)) << c;
+    // The repeater record is not read: its numbers stay, its texts are blanked but for columns 2 to 7.
+    for (int c = 0; c < SpecialTable::columns; ++c)
+        EXPECT_EQ(copy.special.cell(kRptRow, c),
+                  (Cell{c >= 2 && c <= 7 ? before.text(kRptRow, c) : QString(), before.number(kRptRow, c)}));
 }
 
 TEST_F(TransferTest, ReadAllRunsMemoryEvenAfterSettingsFailed) {
@@ -102,7 +97,6 @@ TEST_F(TransferTest, ReadAllRunsMemoryEvenAfterSettingsFailed) {
     EXPECT_EQ(all.first().outcome, Outcome::CommunicationError);
     EXPECT_EQ(radio.commands().count(QStringLiteral("KV~E")), 1); // only the memory session ended
     EXPECT_EQ(radio.commands().at(2), QStringLiteral("KV~F0200R"));
-    EXPECT_TRUE(SameRow(document.memory, DecodeRadioChannels(radio, document.memory), 199));
 }
 
 TEST_F(TransferTest, ServiceReadShowsRawReplyAndDumpCoversFirstFourKilobytes) {
@@ -130,25 +124,24 @@ TEST_F(TransferTest, ServiceReadShowsRawReplyAndDumpCoversFirstFourKilobytes) {
     ASSERT_EQ(lines.size(), 257); // the last line ends in CR LF too
     EXPECT_EQ(lines.at(0x20), QStringLiteral("20\t") + radio.blockHex(0x200));
     EXPECT_EQ(lines.at(255), QStringLiteral("FF\t") + radio.blockHex(0xFF0));
-    EXPECT_TRUE(lines.at(256).isEmpty());
     EXPECT_FALSE(radio.commands().contains(QStringLiteral("KV~E"))); // no service control ends a session
 }
 
+// The memory write and the service panel have no error trap of their own.
 TEST_F(TransferTest, PortThatDoesNotExist) {
     link.setPortName(QStringLiteral("/dev/zq318-no-such-port"));
     const MemoryTable memory = document.memory;
-    // The memory write and the service panel have no error trap of their own.
+    // clang-format off
     const std::pair<Transfer, Outcome> cases[] = {
-        {Transfer::ReadMemory, Outcome::ComPortError},    {Transfer::ReadSettings, Outcome::ComPortError},
+        {Transfer::ReadMemory, Outcome::ComPortError}, {Transfer::ReadSettings, Outcome::ComPortError},
         {Transfer::WriteSettings, Outcome::ComPortError}, {Transfer::AutoSelect, Outcome::ComPortError},
-        {Transfer::WriteMemory, Outcome::Fatal},          {Transfer::Dump, Outcome::Fatal}};
+        {Transfer::WriteMemory, Outcome::Fatal}, {Transfer::Dump, Outcome::Fatal}};
+    // clang-format on
     for (const auto& [transfer, outcome] : cases) {
-        SCOPED_TRACE(int(transfer));
         const Result result = RunTransfer(transfer, link, document);
-        EXPECT_EQ(result.outcome, outcome);
-        EXPECT_TRUE(result.message().contains(QStringLiteral("COM Port Error")) ||
-                    result.detail.contains(QStringLiteral("zq318-no-such-port")))
-            << result.message().toStdString();
+        EXPECT_EQ(result.outcome, outcome) << int(transfer);
+        EXPECT_TRUE(result.detail.contains(QStringLiteral("zq318-no-such-port")))
+            << result.detail.toStdString();
         EXPECT_EQ(document.memory, memory);
     }
 }
