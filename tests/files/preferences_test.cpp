@@ -48,13 +48,10 @@ TEST_P(PortFile, GivesThePortOrOne) {
 INSTANTIATE_TEST_SUITE_P(Cases, PortFile, ::testing::ValuesIn(kPortCases),
                          [](const auto& info) { return std::string(info.param.name); });
 
-TEST(PortFileWrite, WritesTheNumberBesideAFileOfOtherLetterCase) {
+TEST(PortFileWrite, WritesTheNumberOrFails) {
     QTemporaryDir dir;
-    ASSERT_TRUE(testdata::WriteFile(dir.filePath(QStringLiteral("zq-318.ini")), "7\r\n"));
-    const QString path = dir.filePath(files::PortFileName());
-    ASSERT_TRUE(files::SavePortSetting(14, path).ok());
-    EXPECT_EQ(testdata::ReadFile(path), "14\r\n");
-    EXPECT_EQ(testdata::ReadFile(dir.filePath(QStringLiteral("zq-318.ini"))), "7\r\n");
+    ASSERT_TRUE(files::SavePortSetting(14, dir.filePath(files::PortFileName())).ok());
+    EXPECT_EQ(testdata::ReadFile(dir.filePath(files::PortFileName())), "14\r\n");
     const model::Result unwritable =
         files::SavePortSetting(3, dir.filePath(QStringLiteral("gone/ZQ-318.ini")));
     EXPECT_EQ(unwritable.outcome, Outcome::Fatal);
@@ -78,10 +75,10 @@ TEST(WindowGeometry, StoredInTwipsUnderTheTitle) {
     files::SaveWindowGeometry(QRect(10, 20, 680, 480));
     QSettings store(QCoreApplication::organizationName(), model::AppTitle());
     store.beginGroup(QStringLiteral("Settings"));
-    EXPECT_EQ(store.value(QStringLiteral("MainLeft")).toString(), QStringLiteral("150"));
-    EXPECT_EQ(store.value(QStringLiteral("MainTop")).toString(), QStringLiteral("300"));
-    EXPECT_EQ(store.value(QStringLiteral("MainWidth")).toString(), QStringLiteral("10200"));
-    EXPECT_EQ(store.value(QStringLiteral("MainHeight")).toString(), QStringLiteral("7200"));
+    const std::pair<const char*, const char*> twips[] = {
+        {"MainLeft", "150"}, {"MainTop", "300"}, {"MainWidth", "10200"}, {"MainHeight", "7200"}};
+    for (const auto& [key, value] : twips)
+        EXPECT_EQ(store.value(QLatin1String(key)).toString(), QLatin1String(value)) << key;
     store.endGroup();
     store.clear();
 }

@@ -45,7 +45,6 @@ TEST(SettingsCodec, FlagBytes) {
     const std::tuple<const char*, bool RadioSettings::*, bool> cases[] = {
         {"02", &RadioSettings::beep, false},
         {"01", &RadioSettings::beep, true},
-        {"00 00 00 00 AA", &RadioSettings::scanEnable, true},
         {"00 00 00 00 00 00 00 00 00 00 00 00 00 FF", &RadioSettings::repeaterMode, true},
     };
     for (const auto& [halfB, member, expected] : cases) {
