@@ -1,4 +1,5 @@
-// Every transfer against the virtual radio when nothing goes wrong, and a port that does not exist.
+// Every transfer against the virtual radio when nothing goes wrong, a port that does not exist, and the
+// pause between commands.
 #include "link/transfers.h"
 #include "linkfixture.h"
 
@@ -144,6 +145,19 @@ TEST_F(TransferTest, PortThatDoesNotExist) {
             << result.detail.toStdString();
         EXPECT_EQ(document.memory, memory);
     }
+}
+
+TEST(SerialLinkTest, WaitIsNeverShorterThanAsked) {
+    SerialLink link;
+    for (const qint64 ms : {1, 10, 100})
+        for (int round = 0; round < 5; ++round) {
+            QElapsedTimer clock;
+            clock.start();
+            link.Wait(int(ms));
+            const qint64 ns = clock.nsecsElapsed();
+            EXPECT_GE(ns, ms * 1000000) << ms;
+            EXPECT_LT(ns, (ms + 20) * 1000000) << ms;
+        }
 }
 
 } // namespace
