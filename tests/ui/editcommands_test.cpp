@@ -4,7 +4,6 @@
 
 #include <QAction>
 #include <QDialog>
-#include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
 #include <QTabWidget>
@@ -159,7 +158,7 @@ TEST_F(GridButtons, TabRuleAndEditModify) {
     }
 }
 
-TEST_F(GridButtons, GridsHaveTheirHeadingsAndWidths) {
+TEST_F(GridButtons, GridsHaveTheirHeadings) {
     const QAbstractItemModel* memory = window->memoryGrid()->model();
     const QAbstractItemModel* special = window->specialGrid()->model();
     ASSERT_EQ(memory->columnCount(), 14);
@@ -174,13 +173,6 @@ TEST_F(GridButtons, GridsHaveTheirHeadingsAndWidths) {
     EXPECT_EQ(shown, QStringList({"Frequency", "Step", "Tone", "TxTone", "RxTone", "DCS", "Shift",
                                   "ShiftFreq.", "PWR", "------", "BSV", "Clock", "BCLO", "Name", "0", "199",
                                   "VFO", "CALL", "RPT"}));
-    const int twips[] = {870, 705, 450, 690, 690, 450, 495, 795, 450, 450, 450, 500};
-    for (int c = 0; c < 12; ++c) {
-        EXPECT_EQ(window->memoryGrid()->columnWidth(c), twips[c] / 15) << c;
-        EXPECT_EQ(window->specialGrid()->columnWidth(c), twips[c] / 15) << c;
-    }
-    EXPECT_EQ(window->memoryGrid()->columnWidth(13), 70);
-    EXPECT_EQ(window->memoryGrid()->verticalHeader()->width(), 500 / 15);
 }
 
 // Buttons 1..5: New, Open, Save, Print (does nothing), Help.

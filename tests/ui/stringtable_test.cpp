@@ -1,16 +1,11 @@
-// The string table and LocaliseForm: languages, menus, tags, tooltips and missing ids.
+// The string table, the Japanese window and the language of the user's locale.
 #include "model/tables.h"
-#include "ui/localiseform.h"
 #include "ui/stringtable.h"
 #include "windowfixture.h"
 
 #include <QAction>
 #include <QLabel>
-#include <QLineEdit>
-#include <QMenuBar>
-#include <QPushButton>
 #include <QStatusBar>
-#include <QTabWidget>
 #include <QToolBar>
 
 namespace zq::ui {
@@ -36,46 +31,6 @@ TEST(StringTable, LookupsAndMissingIds) {
         if (english.text(id)) {
             EXPECT_TRUE(japanese.text(id).has_value()) << id;
         }
-}
-
-// One control of each kind, captioned with ids or tags.
-TEST(LocaliseForm, CaptionsTooltipsAndMissingIds) {
-    QMainWindow window;
-    const auto tagged = [](auto* widget, const char* tag) {
-        widget->setProperty("tag", QLatin1String(tag));
-        return widget;
-    };
-    tagged(&window, "1010");
-    QMenu* menu = window.menuBar()->addMenu(QStringLiteral("1000"));
-    menu->menuAction()->setObjectName(QStringLiteral("mnuFile"));
-    QAction* missingEntry = menu->addAction(QStringLiteral("1999"));
-    auto* central = new QWidget(&window);
-    window.setCentralWidget(central);
-    QLabel* label = tagged(new QLabel(QStringLiteral("design"), central), "1200");
-    QLabel* untaggedLabel = tagged(new QLabel(QStringLiteral("kept"), central), "9999");
-    QLineEdit* textBox = tagged(new QLineEdit(QStringLiteral("typed"), central), "1001");
-    textBox->setToolTip(QStringLiteral("1017"));
-    QPushButton* button = tagged(new QPushButton(QStringLiteral("button"), central), "1018");
-    button->setToolTip(QStringLiteral("1019"));
-    auto* tabs = new QTabWidget(central);
-    tabs->addTab(new QWidget, QStringLiteral("first"));
-    tabs->tabBar()->setTabData(0, QStringLiteral("1203"));
-    tabs->setTabToolTip(0, QStringLiteral("1204"));
-    tabs->addTab(new QWidget, QStringLiteral("second"));
-    QAction* toolButton = window.addToolBar(QStringLiteral("bar"))->addAction(QStringLiteral("key"));
-    toolButton->setToolTip(QStringLiteral("1021"));
-
-    LocaliseForm(&window, StringTable(English));
-    const std::pair<QString, const char*> shown[] = {
-        {window.windowTitle(), "View(&V)"}, {menu->menuAction()->text(), "File(&F)"},
-        {missingEntry->text(), "1999"},     {label->text(), "Status"},
-        {untaggedLabel->text(), "kept"},    {textBox->text(), "typed"},
-        {textBox->toolTip(), "1017"}, // text boxes are left alone
-        {button->text(), "Open"},           {button->toolTip(), "Save"},
-        {tabs->tabText(0), "Read(&R)"},     {tabs->tabToolTip(0), "Write(&W)"},
-        {tabs->tabText(1), "second"},       {toolButton->toolTip(), "Help"}};
-    for (const auto& [text, expected] : shown)
-        EXPECT_EQ(text, QLatin1String(expected));
 }
 
 // "name=caption" of menus, the first toolbar button's tooltip and the status panel, '|' between.
