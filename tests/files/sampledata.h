@@ -4,14 +4,10 @@
 
 namespace zq::testdata {
 
-// The numbers of a channel's cells in column order (the blank and name cells are ignored), and its name.
-struct ChannelValues {
-    std::array<double, 15> numbers;
-    const char* name;
-};
-
-// Sets `channel` in use from the values, with the texts the decoder would show for it.
-void SetChannel(model::Document& document, int channel, const ChannelValues& values);
+// Sets `channel` in use from the numbers of its cells in column order (the blank and name cells are
+// ignored) and its name, with the texts the decoder would show for it.
+void SetChannel(model::Document& document, int channel, const std::array<double, 15>& numbers,
+                const char* name);
 // The demonstration clone file under examples/, opened as at start-up.
 void FillDemoData(model::Document& document);
 // Every channel 0..199 in use, with varied values.
