@@ -3,7 +3,6 @@
 #include "ui/program.h"
 #include "windowfixture.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QDialog>
 #include <QElapsedTimer>
@@ -52,7 +51,6 @@ TEST_F(Startup, WithoutAFileShowsTheStartUpDataAndReadsThePortFile) {
     EXPECT_EQ(window->specialGrid()->model()->index(0, 0).data().toString(), doc().special.text(0, 0));
     EXPECT_EQ(memoryCell(1, 1), QString()); // default channels are not in use
     EXPECT_EQ(find<QTabWidget>("TabStrip1")->currentIndex(), 0);
-    EXPECT_TRUE(find<QAction>("mnuFileBar1")->isSeparator());
 
     test::WriteFile(portFile(), "14\r\n");
     ASSERT_TRUE(load().ok());

