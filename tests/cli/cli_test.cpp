@@ -10,8 +10,7 @@
 #include <gtest/gtest.h>
 
 using namespace zq;
-using testdata::ReadFile;
-using testdata::WriteFile;
+using namespace zq::testdata;
 
 namespace {
 

@@ -82,7 +82,6 @@ TEST(ChannelCodec, FrequencyDropsTheThousandsDigit) {
 
 TEST(ChannelCodec, SpecialRecordQuirks) {
     SpecialTable special, back;
-    special.set(kVfoRow, ColFrequency, QStringLiteral("146.5200"), 146.52);
     special.set(kVfoRow, ColClock, QStringLiteral("On"), 1);
     special.set(kVfoRow, ColPower, QStringLiteral("High"), 5);
     special.set(kVfoRow, ColBclo, QStringLiteral("On"), 1);
