@@ -113,7 +113,6 @@ TEST_P(AutoSelectTest, SelectsVariantAndCloneCode) {
     radio.setCloneCodeA(c.cloneCodeA);
     ASSERT_NO_FATAL_FAILURE(addFault(c.fault));
     document.setModelVariant(VariantA);
-    document.setDataChanged(false);
     int redraws = 0;
     QObject::connect(&document, &Document::memoryRowsChanged,
                      [&](int first, int last) { redraws += first == 0 && last == kChannelCount - 1; });

@@ -9,8 +9,7 @@ namespace {
 TEST(PortNumbersTest, CaptionsAndArguments) {
     EXPECT_EQ(PortCaption(9), QStringLiteral("COM  9"));
     EXPECT_EQ(PortCaption(10), QStringLiteral("COM 10"));
-    const QStringList listed{QStringLiteral("/dev/ttyS0"), QStringLiteral("/dev/ttyS1"),
-                             QStringLiteral("/dev/ttyUSB0")};
+    const QStringList listed = QStringLiteral("/dev/ttyS0 /dev/ttyS1 /dev/ttyUSB0").split(QLatin1Char(' '));
     // A number from 1 to 14 beyond the listed ports names none; anything else passes through.
     // clang-format off
     const std::pair<const char*, const char*> cases[] = {

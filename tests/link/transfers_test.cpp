@@ -1,9 +1,9 @@
-// Every transfer against the virtual radio when nothing goes wrong, a port that does not exist, and the
-// pause between commands.
+// Transfers that go right, a port that does not exist, and the pause between commands.
 #include "link/transfers.h"
 #include "linkfixture.h"
 
 #include "model/channelcodec.h"
+#include "model/dialcodec.h"
 #include "model/tables.h"
 
 #include <numeric>
@@ -34,32 +34,30 @@ using TransferTest = RadioTest;
 
 TEST_F(TransferTest, WriteAllThenReadAllCarriesEverything) {
     FillSampleDocument(document);
-    int lastChannel = -1;
-    const AllResult written = WriteAll(link, document, [&](int channel) { lastChannel = channel; });
+    QList<int> progress, notified, all(kChannelCount);
+    std::iota(all.begin(), all.end(), 0);
+    const auto report = [&](int channel) { progress << channel; };
+    const AllResult written = WriteAll(link, document, report);
     EXPECT_TRUE(written.settings.ok() && written.memory.ok() && written.first().ok());
-    EXPECT_EQ(lastChannel, 199);
     Document copy;
     copy.special.set(kRptRow, ColFrequency, QStringLiteral("145.0000"), 145.0);
     copy.special.set(kRptRow, ColPower, QStringLiteral("High"), 2);
     const SpecialTable before = copy.special;
-    int dialSignals = 0;
-    QObject::connect(&copy, &Document::dialTextsChanged, [&] { ++dialSignals; });
-    QList<int> progress, notified, all(kChannelCount);
-    std::iota(all.begin(), all.end(), 0);
+    QObject::connect(&copy, &Document::dialTextsChanged, [&] { notified << -1; });
     QObject::connect(&copy, &Document::memoryRowsChanged,
-                     [&](int first, int last) { notified << (first == last ? first : -1); });
-    QElapsedTimer reading;
-    reading.start();
-    const AllResult read = ReadAll(link, copy, [&](int channel) { progress << channel; });
-    const qint64 elapsed = reading.elapsed();
+                     [&](int first, int last) { notified << (first == last ? first : -2); });
+    clock.restart();
+    const AllResult read = ReadAll(link, copy, report);
+    const qint64 elapsed = clock.elapsed();
     EXPECT_TRUE(read.settings.ok() && read.memory.ok());
-    EXPECT_EQ(progress, all);
-    EXPECT_EQ(notified, all);
+    // The write shows its bar before the model check; each dial memory and channel shows as it arrives.
+    EXPECT_EQ(progress, QList<int>{0} + all + all);
+    EXPECT_EQ(notified, QList<int>(kDialCount, -1) + all);
     // A pause after every command (one more before each end command): 16 in the settings, 402 in the memory.
     EXPECT_GE(elapsed, 418 * kCommandPauseMs);
     EXPECT_LT(elapsed, 418 * kCommandPauseMs * 3 / 2);
 
-    zq::radio::VirtualRadio expected; // every block as the codecs encode it, empty channels included
+    zq::radio::VirtualRadio expected; // every block as the sample clone file has it, empty channels included
     FillSampleRadio(expected);
     EXPECT_EQ(radio.memory(), expected.memory());
     QStringList commands = radio.commands();
@@ -76,7 +74,6 @@ TEST_F(TransferTest, WriteAllThenReadAllCarriesEverything) {
     EXPECT_EQ(copy.settingsBlock, document.settingsBlock);
     EXPECT_EQ(copy.settings, document.settings);
     EXPECT_EQ(copy.dialTexts, document.dialTexts);
-    EXPECT_GE(dialSignals, 1);
     SpecialTable special = before;
     for (int row = 0; row < 2; ++row) {
         DecodeSpecialRecord(special, radio.blockHex(0x100 + 0x20 * row) + radio.blockHex(0x110 + 0x20 * row),
@@ -93,7 +90,6 @@ TEST_F(TransferTest, ReadAllRunsMemoryEvenAfterSettingsFailed) {
     FillSampleRadio(radio);
     addFault("ng@00F0");
     const AllResult all = ReadAll(link, document);
-    EXPECT_EQ(all.settings.outcome, Outcome::CommunicationError);
     EXPECT_TRUE(all.memory.ok());
     EXPECT_EQ(all.first().outcome, Outcome::CommunicationError);
     EXPECT_EQ(radio.commands().count(QStringLiteral("KV~E")), 1); // only the memory session ended
@@ -102,22 +98,19 @@ TEST_F(TransferTest, ReadAllRunsMemoryEvenAfterSettingsFailed) {
 
 TEST_F(TransferTest, ServiceReadShowsRawReplyAndDumpCoversFirstFourKilobytes) {
     FillSampleRadio(radio);
-    addFault("timeout@0300");
     QString reply;
     QStringList shown;
     ASSERT_TRUE(
         ReadServiceBlock(link, QStringLiteral("0200"), reply, [&](const QString& s) { shown << s; }).ok());
     EXPECT_EQ(reply, QStringLiteral("KV~F0200R\r") + radio.blockHex(0x200) + QStringLiteral("\r\n"));
     EXPECT_EQ(shown.last(), reply);
-    // A typed address goes out exactly as typed; the radio's refusal is shown as it came.
-    ASSERT_TRUE(ReadServiceBlock(link, QStringLiteral("zz"), reply).ok());
-    EXPECT_EQ(reply, QStringLiteral("KV~FzzR\rNG\r\n"));
-    // A silent radio: only the echo arrives, and the panel gives up after half a second.
+    // A typed address goes out exactly as typed; the panel waits half a second for a block's worth of reply
+    // and shows whatever came, here the radio's refusal.
     clock.restart();
-    ASSERT_TRUE(ReadServiceBlock(link, QStringLiteral("0300"), reply).ok());
+    ASSERT_TRUE(ReadServiceBlock(link, QStringLiteral("zz"), reply).ok());
     EXPECT_GE(clock.elapsed(), kServiceTimeoutMs);
     EXPECT_LT(clock.elapsed(), kServiceTimeoutMs + 200);
-    EXPECT_EQ(reply, QStringLiteral("KV~F0300R\r"));
+    EXPECT_EQ(reply, QStringLiteral("KV~FzzR\rNG\r\n"));
 
     QString dump;
     ASSERT_TRUE(DumpBlocks(link, dump).ok());
@@ -149,15 +142,13 @@ TEST_F(TransferTest, PortThatDoesNotExist) {
 
 TEST(SerialLinkTest, WaitIsNeverShorterThanAsked) {
     SerialLink link;
-    for (const qint64 ms : {1, 10, 100})
-        for (int round = 0; round < 5; ++round) {
-            QElapsedTimer clock;
-            clock.start();
-            link.Wait(int(ms));
-            const qint64 ns = clock.nsecsElapsed();
-            EXPECT_GE(ns, ms * 1000000) << ms;
-            EXPECT_LT(ns, (ms + 20) * 1000000) << ms;
-        }
+    for (const qint64 ms : {1, 1, 1, 1, 1, 10, 10, 10, 10, 10, 100, 100, 100}) {
+        QElapsedTimer clock;
+        clock.start();
+        link.Wait(int(ms));
+        EXPECT_GE(clock.nsecsElapsed(), ms * 1000000) << ms;
+        EXPECT_LT(clock.nsecsElapsed(), (ms + 20) * 1000000) << ms;
+    }
 }
 
 } // namespace

@@ -1,7 +1,5 @@
 // The virtual radio's own protocol rules and clone images.
 #include "linkfixture.h"
-#include "model/tables.h"
-#include "radio/radiofault.h"
 #include "radio/radioimage.h"
 
 #include <QTemporaryDir>
