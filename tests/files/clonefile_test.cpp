@@ -137,8 +137,7 @@ TEST(CloneFileQuirks, AcceptedVariations) {
 }
 
 TEST_F(CloneFileTest, GigabyteFileIsRejectedWithoutReadingItAll) {
-    ASSERT_TRUE(WriteFile(path("huge.318"), "") &&
-                QFile::resize(path("huge.318"), qint64(1) << 30)); // sparse
+    ASSERT_TRUE(WriteFile(path("huge.318"), "") && QFile::resize(path("huge.318"), qint64(1) << 30));
     QElapsedTimer timer;
     timer.start();
     const files::CloneReadResult read = files::ReadCloneFile(path("huge.318"));
