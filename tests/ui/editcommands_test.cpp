@@ -1,5 +1,4 @@
 // The memory page: edit commands and their table effects, row buttons, double-click, Modify, tabs, toolbar.
-#include "ui/memoryedits.h"
 #include "windowfixture.h"
 
 #include <QAction>
@@ -32,15 +31,6 @@ QString probe(const model::MemoryTable& table, const QString& where) {
         return table.ChannelInUse(row) ? QStringLiteral("1") : QStringLiteral("0");
     const model::Cell& cell = table.cell(row, at[1].toInt());
     return cell == model::Cell{} ? QString() : cell.text.isEmpty() ? QStringLiteral("?") : cell.text;
-}
-
-TEST(MemoryEdits, OutsideTheGridChangesNothing) {
-    for (auto* edit : {&InsertChannel, &DeleteChannel, &ClearChannel})
-        for (int row : {0, 201, -1}) {
-            model::MemoryTable table = numberedTable();
-            EXPECT_FALSE(edit(table, row)) << row;
-            EXPECT_EQ(table, numberedTable()) << row;
-        }
 }
 
 struct EditCase {

@@ -67,8 +67,8 @@ TEST_F(Startup, EmptyPortFileOrMissingFileEndsTheProgram) {
         ASSERT_EQ(boxes.shown.size(), 1) << file;
         EXPECT_EQ(boxes.shown[0].icon, MessageIcon::Critical);
         EXPECT_EQ(boxes.shown[0].title, model::AppTitle());
-        ASSERT_EQ(fatalSpy->count(), ++fatals);
-        EXPECT_EQ(fatalSpy->last().at(0).toInt(), 1);
+        ASSERT_EQ(fatalSpy.count(), ++fatals);
+        EXPECT_EQ(fatalSpy.last().at(0).toInt(), 1);
     }
 }
 
@@ -88,7 +88,6 @@ TEST_F(Startup, CommandLineFileIsLoadedWithItsVariantOrRejected) {
                                               MessageButtons::Ok, MessageIcon::Critical, MessageAnswer::Ok}));
     EXPECT_EQ(doc().ModelVariant(), 2); // the header was read before the end line failed
     EXPECT_EQ(window->windowTitle(), model::AppTitle());
-    EXPECT_EQ(fatalSpy->count(), 0);
 }
 
 TEST(ProgramStart, SplashStaysTwoSecondsThenTheWindowShows) {

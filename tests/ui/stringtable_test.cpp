@@ -1,4 +1,4 @@
-// The string table, the Japanese window and the language of the user's locale.
+// The string table and the window in the language of the user's locale.
 #include "model/tables.h"
 #include "ui/stringtable.h"
 #include "windowfixture.h"
@@ -25,23 +25,27 @@ TEST(StringTable, JapaneseHasEveryEnglishStringAndMissingIdsHaveNone) {
     EXPECT_FALSE(japanese.text(1044).has_value());
 }
 
-// "name=caption" of menus, the first toolbar button's tooltip and the status panel, '|' between.
-const char* const kJapaneseCaptions =
-    "mnuFileOpen=開く(&O)...|mnuImport=インポート(&I)...|mnuEditUndo=変更(&M)|mnuStatusBar=ステータス "
-    "バー(&S)|mnuReAll=全て(&A)|mnuToolsOptions=COMポート設定(&C)|mnuHelpAbout=バージョン情報(&A)|"
-    "tbToolBar_Button1=新規作成|sbStatusBar_Panel1=状態";
-
-class JapaneseWindow : public test::WindowFixture {
+// Run by ctest once per language with LANG set (ui.UserLocale_ja, ui.UserLocale_en), skipped otherwise: the
+// user's language picks the table, and the window's menus, toolbar and status bar follow it.
+class UserLocale : public test::WindowFixture {
 protected:
-    JapaneseWindow() : WindowFixture(Japanese) {}
-    void SetUp() override {
-        WindowFixture::SetUp();
-        ASSERT_TRUE(load().ok());
-    }
+    UserLocale() : WindowFixture(StringTable::ForUser().language()) {}
 };
 
-TEST_F(JapaneseWindow, MenusToolbarAndStatusBarSpeakJapanese) {
-    for (const QString& entry : QString::fromUtf8(kJapaneseCaptions).split(QLatin1Char('|'))) {
+TEST_F(UserLocale, WindowSpeaksTheUsersLanguage) {
+    const QByteArray expected = qgetenv("ZQ_EXPECT_LANGUAGE");
+    if (expected.isEmpty()) GTEST_SKIP() << "run through ctest with ZQ_EXPECT_LANGUAGE";
+    EXPECT_EQ(strings.language(), expected == "ja" ? Japanese : English);
+    ASSERT_TRUE(load().ok());
+    // "name=caption" of menus, the first toolbar button's tooltip and the status panel, '|' between.
+    const char* const captions =
+        expected == "ja" ? "mnuFile=ファイル(&F)|mnuFileOpen=開く(&O)...|mnuImport=インポート(&I)...|"
+                           "mnuEditUndo=変更(&M)|mnuStatusBar=ステータス バー(&S)|mnuReAll=全て(&A)|"
+                           "mnuToolsOptions=COMポート設定(&C)|mnuHelpAbout=バージョン情報(&A)|"
+                           "tbToolBar_Button1=新規作成|sbStatusBar_Panel1=状態"
+                         : "mnuFile=File(&F)|mnuFileSaveAs=Save As(&A)...|tbToolBar_Button1=New|"
+                           "sbStatusBar_Panel1=Status";
+    for (const QString& entry : QString::fromUtf8(captions).split(QLatin1Char('|'))) {
         const QStringList parts = entry.split(QLatin1Char('='));
         const QByteArray name = parts[0].toLatin1();
         const QString shown = name.startsWith("sb")   ? find<QLabel>(name.constData())->text()
@@ -52,7 +56,10 @@ TEST_F(JapaneseWindow, MenusToolbarAndStatusBarSpeakJapanese) {
     EXPECT_EQ(window->windowTitle(), model::AppTitle());
 }
 
-TEST_F(JapaneseWindow, ViewTogglesShowAndHideToolbarAndStatusBar) {
+class ViewMenu : public test::WindowFixture {};
+
+TEST_F(ViewMenu, TogglesShowAndHideToolbarAndStatusBar) {
+    ASSERT_TRUE(load().ok());
     window->show();
     const std::pair<const char*, QWidget*> toggles[] = {{"mnuViewToolbar", find<QToolBar>("tbToolBar")},
                                                         {"mnuStatusBar", find<QStatusBar>("sbStatusBar")}};
@@ -64,22 +71,6 @@ TEST_F(JapaneseWindow, ViewTogglesShowAndHideToolbarAndStatusBar) {
         toggle->trigger();
         EXPECT_TRUE(toggle->isChecked() && bar->isVisible()) << name;
     }
-}
-
-// Run by ctest once more per language with LANG set (ui.UserLocale_ja, ui.UserLocale_en): the user's
-// language picks the table, and the main window's menus follow it.
-TEST(UserLocale, LanguageFollowsTheEnvironment) {
-    const QByteArray expected = qgetenv("ZQ_EXPECT_LANGUAGE");
-    if (expected.isEmpty()) GTEST_SKIP() << "run through ctest with ZQ_EXPECT_LANGUAGE";
-    const StringTable strings = StringTable::ForUser();
-    EXPECT_EQ(strings.language(), expected == "ja" ? Japanese : English);
-    ScriptedMessageBoxes boxes;
-    ScriptedFileDialogs dialogs;
-    QTemporaryDir temp;
-    MainWindow window(boxes, dialogs, strings);
-    ASSERT_TRUE(window.load(LoadOptions{{}, temp.filePath(QStringLiteral("p.ini")), 0}).ok());
-    EXPECT_EQ(window.findChild<QAction*>(QStringLiteral("mnuFile"))->text(),
-              QString::fromUtf8(expected == "ja" ? "ファイル(&F)" : "File(&F)"));
 }
 
 } // namespace

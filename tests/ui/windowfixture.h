@@ -34,14 +34,12 @@ inline QByteArray ReadFile(const QString& path) {
 
 class WindowFixture : public ::testing::Test {
 protected:
-    explicit WindowFixture(Language language = Language::English) : strings(language) {}
-
-    void SetUp() override {
-        ASSERT_TRUE(temp.isValid());
-        window = std::make_unique<MainWindow>(boxes, dialogs, strings);
+    explicit WindowFixture(Language language = Language::English)
+        : strings(language), window(std::make_unique<MainWindow>(boxes, dialogs, strings)),
+          fatalSpy(window.get(), &MainWindow::fatalError) {
         window->setChannelEditor(&editor);
-        fatalSpy = std::make_unique<QSignalSpy>(window.get(), &MainWindow::fatalError);
     }
+    void SetUp() override { ASSERT_TRUE(temp.isValid()); }
     void TearDown() override { window->document().setDataChanged(false); } // no prompt on the way out
 
     model::Result load(const QString& file = QString()) {
@@ -75,7 +73,7 @@ protected:
     ScriptedFileDialogs dialogs;
     RecordingEditor editor;
     std::unique_ptr<MainWindow> window;
-    std::unique_ptr<QSignalSpy> fatalSpy;
+    QSignalSpy fatalSpy;
 };
 
 } // namespace zq::ui::test
