@@ -3,6 +3,7 @@
 #include "sampledata.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QSettings>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -58,16 +59,12 @@ TEST(PortFileWrite, WritesTheNumberOrFails) {
     EXPECT_FALSE(unwritable.message().isEmpty());
 }
 
-TEST(PortFileWrite, LivesBesideTheProgramWhenThatFolderIsWritable) {
+TEST(PortFileWrite, LivesBesideTheProgramWhoseFolderIsWritable) {
     int argc = 1;
     char name[] = "files_tests";
     char* argv[] = {name, nullptr};
     QCoreApplication app(argc, argv);
-    const QString path = files::PortFilePath();
-    EXPECT_TRUE(path.endsWith(QStringLiteral("/ZQ-318.ini")));
-    if (QFileInfo(QCoreApplication::applicationDirPath()).isWritable()) {
-        EXPECT_EQ(QFileInfo(path).absolutePath(), QCoreApplication::applicationDirPath());
-    }
+    EXPECT_EQ(files::PortFilePath(), QDir(QCoreApplication::applicationDirPath()).filePath("ZQ-318.ini"));
 }
 
 TEST(WindowGeometry, StoredInTwipsUnderTheTitle) {
@@ -79,7 +76,6 @@ TEST(WindowGeometry, StoredInTwipsUnderTheTitle) {
         {"MainLeft", "150"}, {"MainTop", "300"}, {"MainWidth", "10200"}, {"MainHeight", "7200"}};
     for (const auto& [key, value] : twips)
         EXPECT_EQ(store.value(QLatin1String(key)).toString(), QLatin1String(value)) << key;
-    store.endGroup();
     store.clear();
 }
 

@@ -5,9 +5,8 @@
 using namespace zq::model;
 
 TEST(Numeric, TextToNumbers) {
-    const std::pair<const char*, double> numbers[] = {{"  88.5Hz", 88.5},  {"-1", -1},  {"+3", 3},
-                                                      {"1.2.3", 1.2},      {".5", 0.5}, {"-", 0},
-                                                      {"145.0000*", 145.0}};
+    const std::pair<const char*, double> numbers[] = {{"  88.5Hz", 88.5}, {"-1", -1},  {"+3", 3},
+                                                      {"1.2.3", 1.2},     {".5", 0.5}, {"-", 0}};
     for (const auto& [text, value] : numbers)
         EXPECT_DOUBLE_EQ(NumericValue(QString::fromLatin1(text)), value) << text;
     const std::pair<const char*, int> hex[] = {{"0A", 10}, {"ff", 255}, {"G1", 0}, {"1G", 1}, {"", 0}};
