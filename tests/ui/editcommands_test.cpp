@@ -66,11 +66,8 @@ TEST_P(EditCommand, AsksThenEditsTheCurrentRow) {
                   (MessageRequest{QString::fromUtf8(c.question), QString::fromUtf8(c.title),
                                   MessageButtons::OkCancel, MessageIcon::Warning, MessageAnswer::Cancel}));
     }
-    const bool done = c.answer == MessageAnswer::Ok;
-    EXPECT_EQ(doc().DataChanged(), done);
-    if (!done) {
-        EXPECT_EQ(doc().memory, numberedTable());
-    }
+    EXPECT_EQ(doc().DataChanged(), c.answer == MessageAnswer::Ok);
+    EXPECT_EQ(doc().memory == numberedTable(), c.answer == MessageAnswer::Cancel);
     for (const QString& expected : QString::fromUtf8(c.probes).split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
         const QStringList parts = expected.split(QLatin1Char('='));
         EXPECT_EQ(probe(doc().memory, parts[0]), parts[1]) << parts[0].toStdString();
@@ -103,22 +100,20 @@ INSTANTIATE_TEST_SUITE_P(
 class GridButtons : public EditCommand {};
 
 TEST_F(GridButtons, DownStopsAt160AndUpAt1WithTheWholeRowSelectedAndInView) {
-    const struct {
-        int from;
-        const char* button; // Command4 is Down, Command5 Up
-        int to;
-    } cases[] = {{159, "Command4", 160}, {160, "Command4", 160}, {1, "Command5", 1}, {200, "Command5", 199}};
-    for (const auto& c : cases) {
-        window->setCurrentMemoryRow(c.from);
+    // From, Down (Command4) or Up (Command5), to.
+    const std::tuple<int, const char*, int> cases[] = {
+        {159, "Command4", 160}, {160, "Command4", 160}, {1, "Command5", 1}, {200, "Command5", 199}};
+    for (const auto& [from, button, to] : cases) {
+        window->setCurrentMemoryRow(from);
         window->memoryGrid()->scrollToTop();
-        QTest::mouseClick(find<QPushButton>(c.button), Qt::LeftButton);
-        EXPECT_EQ(window->currentMemoryRow(), c.to) << c.from;
+        QTest::mouseClick(find<QPushButton>(button), Qt::LeftButton);
+        EXPECT_EQ(window->currentMemoryRow(), to) << from;
         const QModelIndexList selected = window->memoryGrid()->selectionModel()->selectedRows();
         ASSERT_EQ(selected.size(), 1);
-        EXPECT_EQ(selected[0].row(), c.to - 1);
+        EXPECT_EQ(selected[0].row(), to - 1);
         EXPECT_EQ(window->memoryGrid()->selectionModel()->selectedIndexes().size(), 14);
         const QRect cell = window->memoryGrid()->visualRect(selected[0]);
-        EXPECT_TRUE(c.to == c.from || window->memoryGrid()->viewport()->rect().intersects(cell)) << c.from;
+        EXPECT_TRUE(to == from || window->memoryGrid()->viewport()->rect().intersects(cell)) << from;
     }
 }
 

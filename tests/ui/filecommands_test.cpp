@@ -22,7 +22,6 @@ protected:
     void editChannel(int row, const QString& name) {
         doc().memory.set(row, model::ColName, name, 0);
         doc().memory.setChannelInUse(row, true);
-        doc().RefreshMemoryGrid();
         doc().setDataChanged(true);
     }
     void trigger(const char* name) { find<QAction>(name)->trigger(); }
