@@ -34,23 +34,35 @@ TEST(ChannelCodec, DecodesAFullMemoryRecordAndEncodesItBack) {
     EXPECT_EQ(encode(memory, 3), QString(typical).replace(QLatin1String("5c315C"), QLatin1String("5c315c")));
 }
 
-TEST(ChannelCodec, SkipBitWithoutInUseBitStarsTheFrequency) {
-    MemoryTable memory;
-    DecodeChannelRecord(memory, record("08 00 00 00 01 45"), 0);
-    EXPECT_FALSE(memory.ChannelInUse(0));
-    EXPECT_EQ(memory.cell(0, ColFrequency), (Cell{QStringLiteral("145.0000*"), 145.0}));
-    EXPECT_EQ(EncodeChannelFirstHalf(memory, 0).left(2), QStringLiteral("00"));
-}
+// One field of a record decoded as channel 0 or as the CALL row.
+struct FieldCase {
+    const char* record;
+    int column;
+    Cell channel, call;
+};
 
-TEST(ChannelCodec, ToneModeAndStepBytes) {
-    const std::tuple<const char*, const char*, int, const char*> cases[] = {
-        {"0C 05", "DCS", 2, "02"}, {"03 06", "TSQ", 0, "00"}, {"04 02", "None", 2, "02"}};
-    for (const auto& [bytes, mode, step, encoded] : cases) {
+const char* const kCall = "80 00 00 00 01 45 00 00 00 00 60 00 08 08 00 00 00 00 00 00 00 00 00 01 02 05";
+const FieldCase kFields[] = {
+    {"08 00 00 00 01 45", ColFrequency, {"145.0000*", 145}, {"145.0000", 145}}, // skip bit, no in-use bit
+    {"80 00 00 00 14 40", ColFrequency, {"440.0000", 440}, {"440.0000", 440}},  // thousands digit dropped
+    {"80 00 0C 05", ColTone, {"DCS", 12}, {"DCS", 12}},
+    {"80 00 03 05", ColStep, {"12.5KHz", 2}, {"25KHz", 5}},
+    {"80 00 03", ColTone, {"TSQ", 3}, {"TSQ", 3}},
+    {"80 00 04 02", ColTone, {"None", 0}, {"None", 0}},
+    {"80 00 04 06", ColStep, {"5KHz", 0}, {"30KHz", 6}},
+    {kCall, ColClock, {"Off", 0}, {"On", 1}}, // the special records read it one byte later
+    {kCall, ColBsv, {"on2", 2}, {"On2", 2}},
+    {kCall, ColPower, {"High", 5}, {"High", 2}},
+};
+
+TEST(ChannelCodec, DecodesEachFieldOfChannelsAndSpecialRows) {
+    for (const FieldCase& c : kFields) {
         MemoryTable memory;
-        DecodeChannelRecord(memory, record(QStringLiteral("80 00 ") + QLatin1String(bytes)), 0);
-        EXPECT_EQ(memory.text(0, ColTone), QLatin1String(mode)) << bytes;
-        EXPECT_EQ(memory.number(0, ColStep), step) << bytes;
-        EXPECT_EQ(EncodeChannelFirstHalf(memory, 0).mid(6, 2), QLatin1String(encoded)) << bytes;
+        SpecialTable special;
+        DecodeChannelRecord(memory, record(QLatin1String(c.record)), 0);
+        DecodeSpecialRecord(special, record(QLatin1String(c.record)), kCallRow);
+        EXPECT_EQ(memory.cell(0, c.column), c.channel) << c.record << " " << c.column;
+        EXPECT_EQ(special.cell(kCallRow, c.column), c.call) << c.record << " " << c.column;
     }
 }
 
@@ -70,35 +82,18 @@ TEST(ChannelCodec, NameCharacters) {
     }
 }
 
-TEST(ChannelCodec, FrequencyDropsTheThousandsDigit) {
-    MemoryTable memory, back;
-    memory.setChannelInUse(0, true);
+TEST(ChannelCodec, EncodingQuirks) {
+    MemoryTable memory;
+    memory.set(0, ColSkip, QString(), 1);
     memory.set(0, ColFrequency, QStringLiteral("440.0000"), 440.0);
-    EXPECT_EQ(EncodeChannelFirstHalf(memory, 0).mid(8, 8), QStringLiteral("04400000"));
-    memory.set(0, ColFrequency, QStringLiteral("1440.0000"), 1440.0);
-    DecodeChannelRecord(back, encode(memory, 0), 0);
-    EXPECT_EQ(back.cell(0, ColFrequency), (Cell{QStringLiteral("440.0000"), 440.0}));
-}
-
-TEST(ChannelCodec, SpecialRecordQuirks) {
-    SpecialTable special, back;
+    EXPECT_EQ(EncodeChannelFirstHalf(memory, 0).left(16), QStringLiteral("0000000004400000")); // not in use
+    SpecialTable special;
     special.set(kVfoRow, ColClock, QStringLiteral("On"), 1);
-    special.set(kVfoRow, ColPower, QStringLiteral("High"), 5);
-    special.set(kVfoRow, ColBclo, QStringLiteral("On"), 1);
     special.set(kRptRow, ColFrequency, QStringLiteral("150.0000"), 150.0);
-    const QString first = EncodeSpecialFirstHalf(special, kVfoRow);
-    const QString second = EncodeSpecialSecondHalf(special, kVfoRow);
+    EXPECT_TRUE(EncodeSpecialFirstHalf(special, kVfoRow).startsWith(QLatin1String("80")));
     EXPECT_EQ(special.number(kRptRow, ColFrequency), 145.0); // forced by every special encode
-    EXPECT_TRUE(first.startsWith(QLatin1String("80")));
-    EXPECT_EQ(second.left(16), QStringLiteral("0000000000000100")); // no name; clock written at byte 22
-    DecodeSpecialRecord(back, first + second, kVfoRow);
-    EXPECT_EQ(back.cell(kVfoRow, ColClock), (Cell{QStringLiteral("Off"), 0})); // read from byte 23
-    EXPECT_EQ(back.cell(kVfoRow, ColPower), (Cell{QStringLiteral("High"), 2}));
-    EXPECT_EQ(back.cell(kVfoRow, ColBclo), (Cell{QStringLiteral("On"), 1}));
-    DecodeSpecialRecord(
-        back, record("80 00 00 00 01 45 00 00 00 00 60 00 08 08 00 00 00 00 00 00 00 00 00 01 02"), kCallRow);
-    EXPECT_EQ(back.cell(kCallRow, ColClock), (Cell{QStringLiteral("On"), 1}));
-    EXPECT_EQ(back.text(kCallRow, ColBsv), QStringLiteral("On2")); // "on2" in the memory grid
+    EXPECT_EQ(EncodeSpecialSecondHalf(special, kVfoRow).left(16),
+              QStringLiteral("0000000000000100")); // no name
 }
 
 TEST(ChannelCodec, IndicesBeyondTheTablesStopTheDecode) {
