@@ -1,12 +1,14 @@
-// The memory page: edit commands and their table effects, row buttons, double-click, Modify, tabs, toolbar.
+// The memory page's edit commands and their table effects, row buttons, Modify, tabs, toolbar, View menu.
 #include "windowfixture.h"
 
 #include <QAction>
 #include <QDialog>
 #include <QLabel>
 #include <QPushButton>
+#include <QStatusBar>
 #include <QTabWidget>
 #include <QTest>
+#include <QToolBar>
 
 namespace zq::ui {
 namespace {
@@ -148,7 +150,6 @@ TEST_F(GridButtons, GridsHaveTheirHeadings) {
     const QAbstractItemModel* special = window->specialGrid()->model();
     ASSERT_EQ(memory->columnCount(), 14);
     ASSERT_EQ(special->columnCount(), 13);
-    EXPECT_EQ(memory->rowCount(), 200);
     QStringList shown; // column headings, then row headings
     for (int c = 0; c < 14; ++c)
         shown << memory->headerData(c, Qt::Horizontal).toString();
@@ -158,6 +159,19 @@ TEST_F(GridButtons, GridsHaveTheirHeadings) {
     EXPECT_EQ(shown, QStringList({"Frequency", "Step", "Tone", "TxTone", "RxTone", "DCS", "Shift",
                                   "ShiftFreq.", "PWR", "------", "BSV", "Clock", "BCLO", "Name", "0", "199",
                                   "VFO", "CALL", "RPT"}));
+}
+
+TEST_F(GridButtons, ViewMenuShowsAndHidesToolbarAndStatusBar) {
+    const std::pair<const char*, QWidget*> toggles[] = {{"mnuViewToolbar", find<QToolBar>("tbToolBar")},
+                                                        {"mnuStatusBar", find<QStatusBar>("sbStatusBar")}};
+    for (const auto& [name, bar] : toggles) {
+        auto* toggle = find<QAction>(name);
+        ASSERT_TRUE(bar->isVisible()) << name;
+        toggle->trigger();
+        EXPECT_FALSE(toggle->isChecked() || bar->isVisible()) << name;
+        toggle->trigger();
+        EXPECT_TRUE(toggle->isChecked() && bar->isVisible()) << name;
+    }
 }
 
 // Buttons 1..5: New, Open, Save, Print (does nothing), Help.
