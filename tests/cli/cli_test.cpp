@@ -1,4 +1,3 @@
-// Runs the built zq318 in a temporary folder and checks exit status, messages and outputs.
 #include "files/clonefile.h"
 #include "files/csvexchange.h"
 #include "model/tables.h"
@@ -98,7 +97,6 @@ TEST_P(Cli, ExitStatusMessageAndOutput) {
     // Only failures speak on standard error ("diff" finding differences is no failure).
     EXPECT_EQ(err.isEmpty(), c.status <= 1) << err.toStdString();
     EXPECT_EQ(out, QLatin1String(c.out));
-    // A failed command writes no output file.
     EXPECT_EQ(ReadFile(path("previous.out")), "previous\n");
     EXPECT_FALSE(c.status > 1 && (QFile::exists(path("out.csv")) || QFile::exists(path("out.318"))));
     // Conversions write what the library gives for the same input (opened as at start-up).

@@ -56,12 +56,9 @@ TEST_F(CloneFileTest, SaveAndOpenGiveIdenticalData) {
 }
 
 TEST_F(CloneFileTest, DialTextsLoseTrailingZAndLongOnesAreRejected) {
-    const QByteArray bytes = ReadFile(kDemo)
-                                 .replace(9 * L, 32, "12" + QByteArray(30, 'Z'))
-                                 .replace(10 * L, 32, QByteArray(32, 'Z'));
+    const QByteArray bytes = ReadFile(kDemo).replace(9 * L, 32, "12" + QByteArray(30, 'Z'));
     ASSERT_TRUE(files::ApplyCloneImage(document, files::ParseCloneFile(bytes).image).ok());
     EXPECT_EQ(document.dialTexts[0], QStringLiteral("12"));
-    EXPECT_EQ(document.dialTexts[1], QString());
     document.dialTexts[2] = QString(33, QLatin1Char('5'));
     ASSERT_TRUE(files::SaveCloneFile(document, path("long.318")).ok());
     const Result rejected = files::ReadCloneFile(path("long.318")).result;

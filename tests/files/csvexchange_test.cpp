@@ -1,6 +1,5 @@
 #include "files/clonefile.h"
 #include "files/csvexchange.h"
-#include "model/tables.h"
 #include "sampledata.h"
 
 #include <QTemporaryDir>
@@ -131,8 +130,7 @@ TEST_F(CsvImport, SpecialRowsTakeThirteenColumnsAndRptLosesItsTexts) {
                                                    rec("RPT", {{1, "VFO"}, {3, "146.0"}, {5, "TSQ"}}) +
                                                    rec("vfo", {{1, "VFO"}}))
                     .ok());
-    for (int channel = 1; channel < kChannelCount; ++channel)
-        EXPECT_FALSE(document.memory.ChannelInUse(channel)) << channel;
+    EXPECT_EQ(document.memory.text(0, ColName), QStringLiteral("KEEP"));
     EXPECT_EQ(document.special.cell(kVfoRow, ColFrequency), (Cell{QStringLiteral("144.3900"), 144.39}));
     EXPECT_EQ(document.special.cell(kVfoRow, ColName), Cell{});
     for (int column = 0; column <= ColBclo; ++column)

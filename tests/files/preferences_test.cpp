@@ -28,8 +28,7 @@ const PortCase kPortCases[] = {
     {"Fifteen", "ZQ-318.ini", "15\r\n", 1},
     {"Zero", "ZQ-318.ini", "0\r\n", 1},
     {"Fraction", "ZQ-318.ini", "2.5\r\n", 1},
-    {"BlanksAroundNoLineEnd", "ZQ-318.ini", "  9  ", 9},
-    {"OnlyTheFirstLine", "ZQ-318.ini", "5\r\n8\r\n", 5},
+    {"OnlyTheFirstLineTrimmed", "ZQ-318.ini", "  9  \r\n8\r\n", 9},
     {"OtherLetterCase", "zq-318.INI", "4\r\n", 1},
     {"Empty", "ZQ-318.ini", "", 1, Outcome::Fatal},
 };

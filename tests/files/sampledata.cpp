@@ -19,11 +19,9 @@ void SetChannel(Document& document, int channel, const std::array<double, 15>& n
     // Round through the codec so that the text cells read as after a load.
     DecodeChannelRecord(
         memory, EncodeChannelFirstHalf(memory, channel) + EncodeChannelSecondHalf(memory, channel), channel);
-    document.notifyMemoryRows(channel, channel);
 }
 
 void FillDemoData(Document& document) {
-    document.resetToStartup();
     files::LoadCloneFile(document, QStringLiteral(ZQ_EXAMPLES_DIR "/demo.318"));
 }
 

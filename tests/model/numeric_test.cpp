@@ -15,15 +15,9 @@ TEST(Numeric, TextToNumbers) {
 }
 
 TEST(Numeric, NumbersToText) {
-    const std::tuple<double, const char*, const char*, const char*> formats[] = {
-        {145.01256, "0145.0126", "145.0126", "145.0126"},
-        {0.0, "0000.0000", ".0000", "0.0000"},
-    };
-    for (const auto& [value, zeroPadded, noLeading, oneLeading] : formats) {
-        EXPECT_EQ(FormatZeroPadded(value), QLatin1String(zeroPadded));
-        EXPECT_EQ(FormatNoLeadingZero(value), QLatin1String(noLeading));
-        EXPECT_EQ(FormatOneLeadingZero(value), QLatin1String(oneLeading));
-    }
+    EXPECT_EQ(FormatZeroPadded(145.01256), QStringLiteral("0145.0126"));
+    EXPECT_EQ(FormatNoLeadingZero(0.0), QStringLiteral(".0000"));
+    EXPECT_EQ(FormatOneLeadingZero(0.0), QStringLiteral("0.0000"));
     const std::pair<double, const char*> bytes[] = {{12, "0C"}, {200, "C8"}, {300, "2C"}, {-1, "FF"}};
     for (const auto& [value, text] : bytes)
         EXPECT_EQ(HexByte(value), QLatin1String(text)) << value;

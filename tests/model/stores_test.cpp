@@ -13,7 +13,6 @@ TEST(Stores, DefaultsFollowTheVariant) {
         SpecialTable special;
         LoadMemoryDefaults(memory, variant);
         LoadSpecialDefaults(special, variant);
-        EXPECT_FALSE(memory.ChannelInUse(kTemplateRow));
         EXPECT_EQ(memory.text(kTemplateRow, ColFrequency), QLatin1String(frequency));
         EXPECT_EQ(memory.cell(kTemplateRow, ColTxTone), (Cell{QStringLiteral("88.5Hz"), 8}));
         EXPECT_EQ(memory.cell(kTemplateRow, ColBlank), (Cell{QStringLiteral("Off"), 0}));
