@@ -55,7 +55,7 @@ TEST_F(TransferTest, WriteAllThenReadAllCarriesEverything) {
     EXPECT_EQ(notified, QList<int>(kDialCount, -1) + all);
     // A pause after every command (one more before each end command): 16 in the settings, 402 in the memory.
     EXPECT_GE(elapsed, 418 * kCommandPauseMs);
-    EXPECT_LT(elapsed, 418 * kCommandPauseMs * 3 / 2);
+    EXPECT_LT(elapsed, 418 * kCommandPauseMs * 2); // loose: a loaded machine wakes late
 
     zq::radio::VirtualRadio expected; // every block as the sample clone file has it, empty channels included
     FillSampleRadio(expected);
@@ -147,7 +147,7 @@ TEST(SerialLinkTest, WaitIsNeverShorterThanAsked) {
         clock.start();
         link.Wait(int(ms));
         EXPECT_GE(clock.nsecsElapsed(), ms * 1000000) << ms;
-        EXPECT_LT(clock.nsecsElapsed(), (ms + 20) * 1000000) << ms;
+        EXPECT_LT(clock.nsecsElapsed(), (ms + 50) * 1000000) << ms;
     }
 }
 

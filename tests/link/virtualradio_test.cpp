@@ -48,7 +48,7 @@ TEST_F(RadioTest, LineRatePacesEveryCharacterAndLateRepliesAreDropped) {
               QStringLiteral("KV~F0200R\r") + radio.blockHex(0x200) + QStringLiteral("\r\n"));
     const qint64 ns = clock.nsecsElapsed() - start;
     EXPECT_GE(ns, 44LL * 10 * 1000000000LL / 600);
-    EXPECT_LT(ns, 44LL * 10 * 1000000000LL / 600 + 15000000LL);
+    EXPECT_LT(ns, 44LL * 11 * 1000000000LL / 600); // less than eleven bits a character
     EXPECT_EQ(radio.charactersSent(), 88);
 }
 
