@@ -27,8 +27,10 @@ TEST_P(FaultTest, StopsAtOnceAndKeepsWhatCameBefore) {
     Document before;
     if (c.transfer == Transfer::ReadMemory || c.transfer == Transfer::ReadSettings)
         FillSampleRadio(radio);
-    else
-        FillSampleDocument(document), FillSampleDocument(before);
+    else {
+        FillSampleDocument(document);
+        FillSampleDocument(before);
+    }
     ASSERT_NO_FATAL_FAILURE(addFault(c.fault));
 
     const Result result = RunTransfer(c.transfer, link, document);
