@@ -19,7 +19,7 @@ PortDialog::PortDialog(QWidget* parent) : QDialog(parent) {
 
     auto* grid = new QGridLayout;
     auto* group = new QButtonGroup(this);
-    for (int i = 0; i < 14; ++i) {
+    for (int i = 0; i < int(options_.size()); ++i) {
         auto* option = new QRadioButton(link::PortCaption(i + 1), this);
         option->setObjectName(QStringLiteral("opbCom_%1").arg(i));
         option->setProperty("index", i);
@@ -53,15 +53,16 @@ PortDialog::PortDialog(QWidget* parent) : QDialog(parent) {
 }
 
 void PortDialog::setPortNumber(int number, const QStringList& listedDevices) {
-    for (int i = 0; i < 14; ++i) {
+    for (int i = 0; i < int(options_.size()); ++i) {
         const QString device = link::DeviceForPortNumber(i + 1, listedDevices);
         devices_[i]->setText(device.isEmpty() ? QString() : device);
     }
-    if (number >= 1 && number <= 14) options_[number - 1]->setChecked(true);
+    if (number >= link::kFirstPortNumber && number <= link::kLastPortNumber)
+        options_[number - 1]->setChecked(true);
 }
 
 int PortDialog::portNumber() const {
-    for (int i = 0; i < 14; ++i)
+    for (int i = 0; i < int(options_.size()); ++i)
         if (options_[i]->isChecked()) return i + 1;
     return 1;
 }

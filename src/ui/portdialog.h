@@ -1,5 +1,7 @@
 #pragma once
 // "COM Port Setup": fourteen port choices and an OK button; there is no cancel.
+#include "link/portnumbers.h"
+
 #include <QDialog>
 #include <QStringList>
 #include <array>
@@ -20,8 +22,8 @@ public:
     int portNumber() const;
 
 private:
-    std::array<QRadioButton*, 14> options_{};
-    std::array<QLabel*, 14> devices_{};
+    std::array<QRadioButton*, link::kLastPortNumber> options_{};
+    std::array<QLabel*, link::kLastPortNumber> devices_{};
 };
 
 } // namespace zq::ui

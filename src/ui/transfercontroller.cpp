@@ -19,6 +19,10 @@ namespace zq::ui {
 using model::Outcome;
 using model::Result;
 
+namespace {
+const QString kComPortError = QStringLiteral("COM Port Error");
+}
+
 TransferController::TransferController(model::Document& document, link::SerialLink& link, MessageBoxes& boxes,
                                        TransferControls controls, QWidget* dialogParent, QObject* parent)
     : QObject(parent), document_(document), link_(link), boxes_(boxes), controls_(std::move(controls)),
@@ -78,10 +82,9 @@ void TransferController::handle(TransferCommand command) {
     }
 }
 
+// The window's number is always 1..14: the port file and the port dialog give nothing else.
 int TransferController::portNumber() const {
-    const int number = controls_.portNumber ? controls_.portNumber() : link::kDefaultPortNumber;
-    return (number >= link::kFirstPortNumber && number <= link::kLastPortNumber) ? number
-                                                                                 : link::kDefaultPortNumber;
+    return controls_.portNumber ? controls_.portNumber() : link::kDefaultPortNumber;
 }
 
 void TransferController::setDeviceOverride(const QString& device) {
@@ -111,14 +114,18 @@ void TransferController::runSession(bool hourglass, const std::function<void()>&
     busy_ = false;
 }
 
+// A port that cannot be opened (a failure outside any exchange) shows "COM Port Error" too.
+void TransferController::reportFailure(const Result& result) {
+    if (result.outcome == Outcome::Fatal)
+        boxes_.show(ErrorBox(kComPortError));
+    else if (result.outcome == Outcome::CommunicationError || result.outcome == Outcome::ComPortError)
+        boxes_.show(ErrorBox(result.message()));
+}
+
 void TransferController::finish(const Result& result) {
-    if (result.outcome == Outcome::CommunicationError || result.outcome == Outcome::ComPortError ||
-        result.outcome == Outcome::Fatal)
-        boxes_.show(
-            ErrorBox(result.outcome == Outcome::Fatal ? QStringLiteral("COM Port Error") : result.message()));
-    setEnabled({controls_.readSettings1, controls_.writeSettings1, controls_.writeSettings2,
-                controls_.readSettings2, controls_.readMemory, controls_.writeMemory, controls_.autoSelect},
-               true);
+    reportFailure(result);
+    setSettingsButtonsEnabled(true);
+    setEnabled({controls_.readMemory, controls_.writeMemory, controls_.autoSelect}, true);
     if (controls_.progress) {
         controls_.progress->hide();
         controls_.progress->setValue(0);
@@ -138,13 +145,12 @@ void TransferController::writeMemory() {
         setEnabled({controls_.readMemory, controls_.writeMemory}, false);
         showProgress();
         const Result result = link::WriteMemory(link_, document_, progressCallback());
-        if (result.outcome == Outcome::Fatal) {
-            // Write Memory has no handler of its own for a port that cannot be opened: the message
-            // is shown, and its two buttons stay disabled.
-            boxes_.show(ErrorBox(QStringLiteral("COM Port Error")));
-            return;
-        }
-        finish(result);
+        // Write Memory has no handler of its own for a port that cannot be opened: the message is
+        // shown, and its two buttons stay disabled.
+        if (result.outcome == Outcome::Fatal)
+            reportFailure(result);
+        else
+            finish(result);
     });
 }
 
@@ -232,25 +238,28 @@ void TransferController::portSetup() {
         chosen = dialog.portNumber();
     }
     if (link_.isOpen()) link_.close();
-    if (controls_.setPortNumber)
-        controls_.setPortNumber((chosen >= link::kFirstPortNumber && chosen <= link::kLastPortNumber)
-                                    ? chosen
-                                    : link::kDefaultPortNumber);
+    if (controls_.setPortNumber) controls_.setPortNumber(chosen);
     // choosing a port by hand replaces a device given on the command line
     deviceOverride_.clear();
 }
 
+// The service reads check nothing; any failure is the port's.
+void TransferController::runServiceCommand(QAbstractButton* button, const std::function<Result()>& command) {
+    runSession(false, [&] {
+        setEnabled({button}, false);
+        if (!command().ok()) boxes_.show(ErrorBox(kComPortError));
+        setEnabled({button}, true);
+    });
+}
+
 void TransferController::serviceRead() {
     if (!controls_.serviceAddress || !controls_.serviceOutput) return;
-    runSession(false, [this] {
-        setEnabled({controls_.serviceRead}, false);
+    runServiceCommand(controls_.serviceRead, [this] {
         controls_.serviceOutput->clear();
         QString reply;
-        const Result result = link::ReadServiceBlock(
+        return link::ReadServiceBlock(
             link_, controls_.serviceAddress->text(), reply,
             [this](const QString& text) { controls_.serviceOutput->setPlainText(text); });
-        if (!result.ok()) boxes_.show(ErrorBox(QStringLiteral("COM Port Error")));
-        setEnabled({controls_.serviceRead}, true);
     });
 }
 
@@ -260,16 +269,13 @@ void TransferController::serviceClear() {
 
 void TransferController::serviceDump() {
     if (!controls_.serviceOutput) return;
-    runSession(false, [this] {
-        setEnabled({controls_.serviceDump}, false);
+    runServiceCommand(controls_.serviceDump, [this] {
         QString dump;
-        const Result result = link::DumpBlocks(link_, dump, [this](const QString& text) {
+        return link::DumpBlocks(link_, dump, [this](const QString& text) {
             controls_.serviceOutput->setPlainText(text);
             controls_.serviceOutput->verticalScrollBar()->setValue(
                 controls_.serviceOutput->verticalScrollBar()->maximum());
         });
-        if (!result.ok()) boxes_.show(ErrorBox(QStringLiteral("COM Port Error")));
-        setEnabled({controls_.serviceDump}, true);
     });
 }
 

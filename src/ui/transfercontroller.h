@@ -89,6 +89,8 @@ private:
     // Runs one session unless one is running already (menus stay enabled during a transfer),
     // with the hourglass shown for the transfers.
     void runSession(bool hourglass, const std::function<void()>& session);
+    void runServiceCommand(QAbstractButton* button, const std::function<model::Result()>& command);
+    void reportFailure(const model::Result& result);
     // The closings: a message for a failure, then every transfer button and Auto Select enabled,
     // the default pointer back, the progress bar hidden at 0.
     void finish(const model::Result& result);
