@@ -1,12 +1,10 @@
 #include "radioimage.h"
 
+#include "files/atomicwrite.h"
 #include "files/clonefile.h"
 #include "model/dialcodec.h"
 #include "model/tables.h"
 #include "virtualradio.h"
-
-#include <QFile>
-#include <QSaveFile>
 
 namespace zq::radio {
 
@@ -16,11 +14,9 @@ using zq::model::Result;
 namespace {
 
 using files::kChannelLine;
+using files::kCloneLineLength;
 using files::kDialLine;
 using files::kSettingsLine;
-constexpr int kLineCount = files::kCloneFileLines;
-constexpr int kLineLength = files::kCloneLineLength;
-constexpr int kEndLineIndex = files::kEndLine;
 constexpr int kSettingsAddress = 0x00E0;
 constexpr int kSpecialAddress = 0x0100;
 constexpr int kDialAddress = 0x1F00;
@@ -37,6 +33,40 @@ bool StoreBlock(QByteArray& memory, int address, const QString& digits) {
         return false;
     memory.replace(address, kBlockSize, bytes);
     return true;
+}
+
+// The lines of a clone file that passed the program's own checks, onto the memory map; a line that
+// is not hexadecimal leaves the memory as it was.
+Result StoreCloneImage(const files::CloneReadResult& read, QByteArray& memory) {
+    if (!read.result.ok()) return read.result;
+    const QStringList& lines = read.image.lines;
+    QByteArray image = memory;
+    const auto store = [&image](int line, int address, const QString& digits) {
+        return StoreBlock(image, address, digits)
+                   ? Result::done()
+                   : Result::fail(Outcome::DataError,
+                                  QStringLiteral("line %1 is not hexadecimal").arg(line + 1), line);
+    };
+    for (int i = 0; i < 8; ++i)
+        if (Result r =
+                store(kSettingsLine + i, kSettingsAddress + i * kBlockSize, lines.at(kSettingsLine + i));
+            !r.ok())
+            return r;
+    for (int k = 0; k < zq::model::kDialCount; ++k) {
+        QString text = lines.at(kDialLine + k);
+        while (text.endsWith(QLatin1Char('Z')))
+            text.chop(1);
+        const QString record = zq::model::MakeDialData(text).left(2 * kBlockSize);
+        if (Result r = store(kDialLine + k, kDialAddress + k * kBlockSize, record); !r.ok()) return r;
+    }
+    for (int i = 0; i < 400; ++i)
+        if (Result r = store(kChannelLine + i, kChannelAddress + i * kBlockSize, lines.at(kChannelLine + i));
+            !r.ok())
+            return r;
+    image[kModelCodeByte] = char(ModelCodeForVariant(read.image.variant));
+    image[kCloneCodeByte] = char(read.image.cloneCodeA ? kCloneCodeA : 0);
+    memory = image;
+    return Result::done();
 }
 
 } // namespace
@@ -68,52 +98,9 @@ int VariantForModelCode(int code) {
 }
 
 Result ApplyCloneLines(const QStringList& lines, QByteArray& memory) {
-    if (lines.size() < kLineCount)
-        return Result::fail(Outcome::FileOpenError, QStringLiteral("only %1 lines").arg(lines.size()),
-                            lines.size());
-    for (int i = 0; i < kLineCount; ++i)
-        if (lines.at(i).size() != kLineLength)
-            return Result::fail(Outcome::DataError, QStringLiteral("line %1 is not 32 characters").arg(i + 1),
-                                i);
-    int variant = -1;
-    bool codeA = false;
-    for (int m = 0; m < zq::model::kVariantCount && variant < 0; ++m)
-        for (int j = 0; j < 2 && variant < 0; ++j)
-            if (lines.at(0) == zq::model::HeaderLine(m, j == 1)) {
-                variant = m;
-                codeA = j == 1;
-            }
-    if (variant < 0) return Result::fail(Outcome::DataError, QStringLiteral("unknown header"), 0);
-    if (lines.at(kEndLineIndex) != zq::model::EndLine())
-        return Result::fail(Outcome::DataError, QStringLiteral("wrong end line"), kEndLineIndex);
-
-    QByteArray image = memory;
-    const auto store = [&image](int line, int address, const QString& digits) {
-        return StoreBlock(image, address, digits)
-                   ? Result::done()
-                   : Result::fail(Outcome::DataError,
-                                  QStringLiteral("line %1 is not hexadecimal").arg(line + 1), line);
-    };
-    for (int i = 0; i < 8; ++i)
-        if (Result r =
-                store(kSettingsLine + i, kSettingsAddress + i * kBlockSize, lines.at(kSettingsLine + i));
-            !r.ok())
-            return r;
-    for (int k = 0; k < zq::model::kDialCount; ++k) {
-        QString text = lines.at(kDialLine + k);
-        while (text.endsWith(QLatin1Char('Z')))
-            text.chop(1);
-        const QString record = zq::model::MakeDialData(text).left(2 * kBlockSize);
-        if (Result r = store(kDialLine + k, kDialAddress + k * kBlockSize, record); !r.ok()) return r;
-    }
-    for (int i = 0; i < 400; ++i)
-        if (Result r = store(kChannelLine + i, kChannelAddress + i * kBlockSize, lines.at(kChannelLine + i));
-            !r.ok())
-            return r;
-    image[kModelCodeByte] = char(ModelCodeForVariant(variant));
-    image[kCloneCodeByte] = char(codeA ? kCloneCodeA : 0);
-    memory = image;
-    return Result::done();
+    return StoreCloneImage(
+        files::ParseCloneFile((lines.join(QStringLiteral("\r\n")) + QStringLiteral("\r\n")).toLatin1()),
+        memory);
 }
 
 QStringList CloneLines(const QByteArray& memory) {
@@ -124,7 +111,7 @@ QStringList CloneLines(const QByteArray& memory) {
         lines << BlockHex(memory, kSettingsAddress + i * kBlockSize);
     for (int k = 0; k < zq::model::kDialCount; ++k) {
         QString text = zq::model::UpDateDialData(BlockHex(memory, kDialAddress + k * kBlockSize));
-        while (text.size() < kLineLength)
+        while (text.size() < kCloneLineLength)
             text += QLatin1Char('Z');
         lines << text;
     }
@@ -135,22 +122,13 @@ QStringList CloneLines(const QByteArray& memory) {
 }
 
 Result LoadCloneImage(const QString& path, QByteArray& memory) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return Result::fail(Outcome::FileOpenError, QStringLiteral("cannot open %1").arg(path));
-    const QString text = QString::fromLatin1(file.readAll());
-    QStringList lines = text.split(QStringLiteral("\r\n"));
-    if (!lines.isEmpty() && lines.last().isEmpty()) lines.removeLast();
-    return ApplyCloneLines(lines, memory);
+    return StoreCloneImage(files::ReadCloneFile(path), memory);
 }
 
 Result SaveCloneImage(const QString& path, const QByteArray& memory) {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return Result::fail(Outcome::FileOpenError, QStringLiteral("cannot write %1").arg(path));
-    file.write(CloneLines(memory).join(QStringLiteral("\r\n")).toLatin1() + "\r\n");
-    if (!file.commit())
-        return Result::fail(Outcome::FileOpenError, QStringLiteral("cannot write %1").arg(path));
+    const QByteArray bytes = CloneLines(memory).join(QStringLiteral("\r\n")).toLatin1() + "\r\n";
+    if (const QString why = files::WriteFileAtomically(path, bytes); !why.isEmpty())
+        return Result::fail(Outcome::FileOpenError, QStringLiteral("cannot write %1: %2").arg(path, why));
     return Result::done();
 }
 
