@@ -11,9 +11,9 @@ using model::kMemoryColumns;
 
 namespace {
 
-constexpr int kMemoryGridColumns = kMemoryColumns - 1; // the skip number is never shown
-constexpr int kSpecialGridRows = 3;
-constexpr int kSpecialGridColumns = 13;
+constexpr int kMemoryGridColumns = kMemoryColumns - 1;          // the skip number is never shown
+constexpr int kSpecialGridRows = model::kRptRow + 1;            // VFO, CALL, RPT
+constexpr int kSpecialGridColumns = model::kSpecialColumns - 1; // the name is not shown
 
 // Twips, indexed by grid column; entry 13 is filled but never applied.
 constexpr std::array<int, 14> kColumnWidthTwips = {500, 870, 705, 450, 690, 690, 450,
