@@ -12,7 +12,6 @@
 #include <QTimer>
 #include <cstdio>
 #include <functional>
-#include <sys/prctl.h>
 #include <sys/resource.h>
 
 using zq::link::SerialLink;
@@ -121,7 +120,6 @@ bool Bench(int baud, bool& goalsMet) {
 
 int main(int argc, char* argv[]) {
     QCoreApplication app(argc, argv);
-    if (qEnvironmentVariableIsSet("ZQ_TIMERSLACK")) prctl(PR_SET_TIMERSLACK, 1UL, 0UL, 0UL, 0UL);
     std::printf("%-15s %-9s %9s %9s %7s %8s\n", "transfer", "line", "wall ms", "floor ms", "ratio", "cpu");
     bool goalsMet = true;
     for (int baud : {0, 9600})
