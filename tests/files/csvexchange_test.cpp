@@ -149,7 +149,7 @@ TEST_F(CsvImport, RecordCutShortIsFatalAndKeepsEarlierRecords) {
 
 TEST(CsvRoundTrip, ExportKeepsTheBareNameAndImportReproducesTheChannels) {
     Document source, target;
-    testdata::FillDemoData(source);
+    ASSERT_TRUE(files::LoadCloneFile(source, testdata::kDemoFile).ok());
     testdata::FillAllChannels(source);
     source.setDataChanged(true);
     QTemporaryDir dir;

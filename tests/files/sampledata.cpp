@@ -1,6 +1,5 @@
 #include "sampledata.h"
 
-#include "files/clonefile.h"
 #include "model/channelcodec.h"
 #include "model/tables.h"
 
@@ -19,10 +18,6 @@ void SetChannel(Document& document, int channel, const std::array<double, 15>& n
     // Round through the codec so that the text cells read as after a load.
     DecodeChannelRecord(
         memory, EncodeChannelFirstHalf(memory, channel) + EncodeChannelSecondHalf(memory, channel), channel);
-}
-
-void FillDemoData(Document& document) {
-    files::LoadCloneFile(document, QStringLiteral(ZQ_EXAMPLES_DIR "/demo.318"));
 }
 
 void FillAllChannels(Document& document) {

@@ -4,13 +4,6 @@
 
 using namespace zq::model;
 
-// Each table's last entry and the first index beyond it are checked by the record decoder.
-TEST(Tables, LookupsOutsideTheRealEntries) {
-    EXPECT_EQ(StepCaption(18), QString()); // indices 7..18 hold empty captions
-    EXPECT_EQ(StepCaption(-1), std::nullopt);
-    EXPECT_EQ(HeaderLine(4, false), QString());
-}
-
 TEST(Tables, RangesFollowTheCloneCode) {
     const std::tuple<int, bool, const char*, double, double> cases[] = {
         {VariantT, false, "(136.000-173.995MHz)", 136.0, 174.0},
