@@ -58,23 +58,35 @@ void TransferController::handle(TransferCommand command) {
     case TransferCommand::AutoSelect:
         autoSelect();
         break;
+    // The menus bring the page of what they transfer to the front first. "All" is two complete
+    // sessions; the second runs even when the first failed.
     case TransferCommand::MenuReadSettings:
-        menuReadSettings();
+        showSettingsPage();
+        readSettings();
         break;
     case TransferCommand::MenuReadMemory:
-        menuReadMemory();
+        showMemoryPage();
+        readMemory();
         break;
     case TransferCommand::MenuReadAll:
-        menuReadAll();
+        showSettingsPage();
+        readSettings();
+        showMemoryPage();
+        readMemory();
         break;
     case TransferCommand::MenuWriteSettings:
-        menuWriteSettings();
+        showSettingsPage();
+        writeSettings();
         break;
     case TransferCommand::MenuWriteMemory:
-        menuWriteMemory();
+        showMemoryPage();
+        writeMemory();
         break;
     case TransferCommand::MenuWriteAll:
-        menuWriteAll();
+        showSettingsPage();
+        writeSettings();
+        showMemoryPage();
+        writeMemory();
         break;
     case TransferCommand::PortSetup:
         portSetup();
@@ -199,32 +211,6 @@ void TransferController::showMemoryPage() {
 
 void TransferController::showSettingsPage() {
     if (controls_.currentTab && controls_.selectTab && controls_.currentTab() == 3) controls_.selectTab(1);
-}
-
-void TransferController::menuReadMemory() {
-    showMemoryPage();
-    readMemory();
-}
-void TransferController::menuWriteMemory() {
-    showMemoryPage();
-    writeMemory();
-}
-void TransferController::menuReadSettings() {
-    showSettingsPage();
-    readSettings();
-}
-void TransferController::menuWriteSettings() {
-    showSettingsPage();
-    writeSettings();
-}
-// "All" is two complete sessions; the second runs even when the first failed.
-void TransferController::menuReadAll() {
-    menuReadSettings();
-    menuReadMemory();
-}
-void TransferController::menuWriteAll() {
-    menuWriteSettings();
-    menuWriteMemory();
 }
 
 void TransferController::portSetup() {

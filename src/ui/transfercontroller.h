@@ -67,23 +67,17 @@ public:
 public Q_SLOTS:
     // What the window's transfer buttons and menus ask for.
     void handle(zq::ui::TransferCommand command);
+
+private:
     void readMemory();    // cmbRxData
     void writeMemory();   // cmbTxData
     void readSettings();  // cmbRxData1, cmbRxData2
     void writeSettings(); // cmbTxData1, cmbTxData2
     void autoSelect();    // cmdAuto
-    void menuReadMemory();
-    void menuWriteMemory();
-    void menuReadSettings();
-    void menuWriteSettings();
-    void menuReadAll();
-    void menuWriteAll();
-    void portSetup();    // mnuToolsOptions
-    void serviceRead();  // Command1
-    void serviceClear(); // Command2
-    void serviceDump();  // Command6
-
-private:
+    void portSetup();     // mnuToolsOptions
+    void serviceRead();   // Command1
+    void serviceClear();  // Command2
+    void serviceDump();   // Command6
     void applyDevice();
     void setEnabled(std::initializer_list<QAbstractButton*> buttons, bool enabled);
     // Runs one session unless one is running already (menus stay enabled during a transfer),
