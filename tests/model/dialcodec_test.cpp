@@ -10,18 +10,3 @@ TEST(DialCodec, Records) {
     EXPECT_EQ(UpDateDialData(QStringLiteral("31FF41zz3A3B3C3D3E3F40")), QStringLiteral("1ABCD*#-"));
     EXPECT_EQ(UpDateDialData(QStringLiteral("31")), QStringLiteral("1"));
 }
-
-// Typing, Backspace and moving between the boxes are checked on the settings page.
-TEST(DialCodec, KeyFilter) {
-    const std::tuple<char, DialKeyAction, char> cases[] = {
-        {'D', DialKeyAction::Accept, 'D'}, {'#', DialKeyAction::Accept, '#'},
-        {'c', DialKeyAction::Accept, 'C'}, {'E', DialKeyAction::Reject, 0},
-        {'\n', DialKeyAction::NextBox, 0},
-    };
-    for (const auto& [key, action, character] : cases) {
-        const DialKeyResult result = FilterDialKey(QLatin1Char(key));
-        EXPECT_EQ(result.action, action) << key;
-        EXPECT_EQ(result.character, action == DialKeyAction::Accept ? QLatin1Char(character) : QChar())
-            << key;
-    }
-}

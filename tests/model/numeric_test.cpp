@@ -16,8 +16,6 @@ TEST(Numeric, TextToNumbers) {
 
 TEST(Numeric, NumbersToText) {
     EXPECT_EQ(FormatZeroPadded(145.01256), QStringLiteral("0145.0126"));
-    EXPECT_EQ(FormatNoLeadingZero(0.0), QStringLiteral(".0000"));
-    EXPECT_EQ(FormatOneLeadingZero(0.0), QStringLiteral("0.0000"));
     const std::pair<double, const char*> bytes[] = {{12, "0C"}, {200, "C8"}, {300, "2C"}, {-1, "FF"}};
     for (const auto& [value, text] : bytes)
         EXPECT_EQ(HexByte(value), QLatin1String(text)) << value;
