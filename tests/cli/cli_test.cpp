@@ -70,7 +70,6 @@ const CliCase kCases[] = {
      "channel 2 Name: \"W1AW\" | \"OTHER\"\n"},
     {"DiffWithOneFile", "diff demo.318", 2, "zq318 diff: missing argument"},
     {"Version", "--version", 0, "", "zq318 1.0.0\n"},
-    {"GlobalOptionsBeforeTheVerb", "--quiet --port 3 check demo.318", 0, "", "OK\n"},
     {"VerbHelp", "import --help", 0, "",
      "Usage: zq318 [--port PORT] [--quiet] import FILE.csv -o FILE.318 [--base FILE.318]\n"
      "Import CSV channels onto a clone file (or the start-up data) and save the result.\n"},

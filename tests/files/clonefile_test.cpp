@@ -59,14 +59,13 @@ TEST_F(CloneFileTest, DialTextsLoseTrailingZAndLongOnesAreRejected) {
     EXPECT_EQ(rejected.line, 11);
 }
 
-using Mutation = std::function<QByteArray(QByteArray)>; // of the demonstration file's bytes
-Mutation splice(int at, int removed, const QByteArray& inserted) {
+std::function<QByteArray(QByteArray)> splice(int at, int removed, const QByteArray& inserted) {
     return [=](QByteArray b) { return b.replace(at, removed, inserted); };
 }
 
 struct BadFileCase {
     const char* name;
-    Mutation make;
+    std::function<QByteArray(QByteArray)> make; // of the demonstration file's bytes
     Outcome outcome;
     int line;                      // 0-based line at fault
     int startupVariant = VariantT; // the header is taken at start-up before a later line fails
@@ -136,7 +135,6 @@ TEST_F(CloneFileTest, GigabyteFileIsRejectedWithoutReadingItAll) {
 }
 
 TEST_F(CloneFileTest, HeaderNamesTheVariant) {
-    ASSERT_TRUE(files::LoadCloneFile(document, kDemoFile).ok());
     document.setModelVariant(VariantE);
     document.setCloneCodeA(true);
     ASSERT_TRUE(files::SaveCloneFile(document, path("e.318")).ok());
@@ -164,7 +162,6 @@ TEST_F(CloneFileTest, FailedSaveKeepsThePreviousFile) {
 TEST_F(CloneFileTest, NewDocumentClearsChannelsAndKeepsTheTemplateRow) {
     ASSERT_TRUE(files::LoadCloneFile(document, kDemoFile).ok());
     document.memory.set(kTemplateRow, ColName, QStringLiteral("TMPL"), 1);
-    document.setCurrentFilePath(QStringLiteral("x.318"));
     document.setDataChanged(true);
     files::NewDocument(document);
     MemoryTable cleared; // rows 0..199 blank and not in use, the template row as it was

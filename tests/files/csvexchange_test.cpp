@@ -146,7 +146,6 @@ TEST(CsvRoundTrip, ExportKeepsTheBareNameAndImportReproducesTheChannels) {
     Document source, target;
     ASSERT_TRUE(files::LoadCloneFile(source, testdata::kDemoFile).ok());
     testdata::FillAllChannels(source);
-    source.setDataChanged(true);
     QTemporaryDir dir;
     ASSERT_TRUE(files::ExportCsv(source, dir.filePath(QStringLiteral("all.csv"))).ok());
     EXPECT_EQ(files::ExportCsv(source, dir.filePath(QStringLiteral("none/out.csv"))).outcome,
