@@ -17,7 +17,10 @@ struct FaultCase {
     const char* fault;
     Outcome outcome;
     const char* failing; // the last command sent
-    int progress;        // memory read: channel of the failing block; settings read: blocks read before it
+    int progress;        // memory read: channel of the failing block; settings read: blocks read before it;
+                         // detection: the variant chosen (VariantA, the starting one, when none was)
+    int modelCode = 0xAA;
+    bool cloneCodeA = false;
 };
 
 class FaultTest : public RadioTest, public ::testing::WithParamInterface<FaultCase> {};
@@ -25,13 +28,18 @@ class FaultTest : public RadioTest, public ::testing::WithParamInterface<FaultCa
 TEST_P(FaultTest, StopsAtOnceAndKeepsWhatCameBefore) {
     const FaultCase& c = GetParam();
     Document before;
-    if (c.transfer == Transfer::ReadMemory || c.transfer == Transfer::ReadSettings)
-        FillSampleRadio(radio);
-    else {
+    if (c.transfer == Transfer::WriteMemory || c.transfer == Transfer::WriteSettings) {
         FillSampleDocument(document);
         FillSampleDocument(before);
-    }
+    } else
+        FillSampleRadio(radio);
+    radio.setModelCode(c.modelCode);
+    radio.setCloneCodeA(c.cloneCodeA);
     ASSERT_NO_FATAL_FAILURE(addFault(c.fault));
+    if (c.transfer == Transfer::AutoSelect) document.setModelVariant(VariantA);
+    int redraws = 0;
+    QObject::connect(&document, &Document::memoryRowsChanged,
+                     [&](int first, int last) { redraws += first == 0 && last == kChannelCount - 1; });
 
     const Result result = RunTransfer(c.transfer, link, document);
     const qint64 lastExchange = clock.elapsed() - arrivals.last();
@@ -65,6 +73,13 @@ TEST_P(FaultTest, StopsAtOnceAndKeepsWhatCameBefore) {
         for (int k = 0; k < kDialCount; ++k)
             EXPECT_EQ(document.dialTexts[k],
                       k < done - 6 ? UpDateDialData(radio.blockHex(0x1F00 + 0x10 * k)) : before.dialTexts[k]);
+    } else if (c.transfer == Transfer::AutoSelect) { // once the identity is read the choice stands
+        const bool detected = done != VariantA;
+        EXPECT_EQ(document.ModelVariant(), done);
+        EXPECT_EQ(document.CloneCodeA(), detected && c.cloneCodeA);
+        EXPECT_EQ(document.DataChanged(), detected);
+        EXPECT_EQ(redraws, detected ? 1 : 0);
+        EXPECT_EQ(radio.commands(), QStringList({"ZQ318", "KV~F0000R", "KV~E"}).mid(0, detected ? 3 : 2));
     }
     EXPECT_TRUE(c.transfer == Transfer::ReadMemory || document.memory == before.memory);
 }
@@ -74,10 +89,9 @@ constexpr Outcome Comm = Outcome::CommunicationError, Port = Outcome::ComPortErr
 
 // Addresses: 0200 the first channel block, 0FE0 channel 111's; 00E0/00F0 the settings, 0100..0150 the
 // special records, 1F00..1F80 the dial memories. A garbled read has the right length, but decodes to an
-// out-of-range tone; a garbled write answer is wrong like NG.
-// clang-format off
+// out-of-range tone; a garbled write answer is wrong like NG. The identity read reports even a port failure
+// as a communication failure, and only there is the end command's answer checked.
 const FaultCase kFaultCases[] = {
-    {"ReadMemTimeoutFirst", ReadMemory, "timeout@0200", Comm, "KV~F0200R", 0},
     {"ReadMemShortFirst", ReadMemory, "short@0210", Comm, "KV~F0210R", 0},
     {"ReadMemGarbleDecodeError", ReadMemory, "garble@0260", Port, "KV~F0270R", 3},
     {"ReadMemHangupMiddle", ReadMemory, "hangup@0FE0", Port, "KV~F0FE0R", 111},
@@ -85,7 +99,6 @@ const FaultCase kFaultCases[] = {
     {"WriteMemNgModel", WriteMemory, "ng@model", Comm, "ZQ318", 0},
     {"WriteMemNgFirst", WriteMemory, "ng@0200", Comm, "KV~F0200W", 0},
     {"WriteMemShortMiddle", WriteMemory, "short@1010", Comm, "KV~F1010W", 112},
-    {"WriteMemHangupLast", WriteMemory, "hangup@1AF0", Port, "KV~F1AF0W", 199},
     {"ReadSetTimeoutSettings", ReadSettings, "timeout@00E0", Comm, "KV~F00E0R", 0},
     {"ReadSetShortSettingsB", ReadSettings, "short@00F0", Comm, "KV~F00F0R", 1},
     {"ReadSetNgSpecial", ReadSettings, "ng@0110", Comm, "KV~F0110R", 3},
@@ -93,52 +106,13 @@ const FaultCase kFaultCases[] = {
     {"ReadSetHangupDial", ReadSettings, "hangup@1F40", Port, "KV~F1F40R", 10},
     {"WriteSetShortSettings", WriteSettings, "short@00E0", Comm, "KV~F00E0W", 0},
     {"WriteSetNgRpt", WriteSettings, "ng@0150", Comm, "KV~F0150W", 0},
-    {"WriteSetHangupLastDial", WriteSettings, "hangup@1F80", Port, "KV~F1F80W", 0}};
-// clang-format on
+    {"WriteSetHangupLastDial", WriteSettings, "hangup@1F80", Port, "KV~F1F80W", 0},
+    {"DetectT", AutoSelect, "", Done, "KV~E", VariantT},
+    {"DetectEcloneA", AutoSelect, "", Done, "KV~E", VariantE, 0x55, true},
+    {"DetectTfhCloneA", AutoSelect, "", Done, "KV~E", VariantJ, 0x33, true},
+    {"DetectUnknownModel", AutoSelect, "", Comm, "KV~F0000R", VariantA, 0x34, true},
+    {"DetectHangupIdentity", AutoSelect, "hangup@0000", Comm, "KV~F0000R", VariantA, 0xAA, true},
+    {"DetectEndNg", AutoSelect, "ng@end", Comm, "KV~E", VariantE, 0x55, true}};
 INSTANTIATE_TEST_SUITE_P(Faults, FaultTest, ::testing::ValuesIn(kFaultCases), CaseName);
-
-struct DetectCase {
-    const char* name;
-    int modelCode;
-    bool cloneCodeA;
-    const char* fault;
-    Outcome outcome;
-    int variant; // afterwards: VariantA, the starting one, when nothing was detected
-};
-
-class AutoSelectTest : public RadioTest, public ::testing::WithParamInterface<DetectCase> {};
-
-TEST_P(AutoSelectTest, SelectsVariantAndCloneCode) {
-    const DetectCase& c = GetParam();
-    radio.setModelCode(c.modelCode);
-    radio.setCloneCodeA(c.cloneCodeA);
-    ASSERT_NO_FATAL_FAILURE(addFault(c.fault));
-    document.setModelVariant(VariantA);
-    int redraws = 0;
-    QObject::connect(&document, &Document::memoryRowsChanged,
-                     [&](int first, int last) { redraws += first == 0 && last == kChannelCount - 1; });
-
-    EXPECT_EQ(zq::link::AutoSelect(link, document).outcome, c.outcome);
-    // Once the identity is read the choice stands, even when the end command fails.
-    const bool detected = c.variant != VariantA;
-    EXPECT_EQ(document.ModelVariant(), c.variant);
-    EXPECT_EQ(document.CloneCodeA(), detected && c.cloneCodeA);
-    EXPECT_EQ(document.DataChanged(), detected);
-    EXPECT_EQ(redraws, detected ? 1 : 0);
-    EXPECT_EQ(radio.commands(), QStringList({"ZQ318", "KV~F0000R", "KV~E"}).mid(0, detected ? 3 : 2));
-}
-
-// The identity read reports even a port failure as a communication failure, and only here is the end
-// command's answer checked.
-// clang-format off
-const DetectCase kDetectCases[] = {
-    {"T", 0xAA, false, "", Done, VariantT},
-    {"EcloneA", 0x55, true, "", Done, VariantE},
-    {"TfhCloneA", 0x33, true, "", Done, VariantJ},
-    {"UnknownModel", 0x34, true, "", Comm, VariantA},
-    {"HangupIdentity", 0xAA, true, "hangup@0000", Comm, VariantA},
-    {"EndNg", 0x55, true, "ng@end", Comm, VariantE}};
-// clang-format on
-INSTANTIATE_TEST_SUITE_P(Codes, AutoSelectTest, ::testing::ValuesIn(kDetectCases), CaseName);
 
 } // namespace

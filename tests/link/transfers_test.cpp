@@ -1,8 +1,6 @@
-// Transfers that go right, a port that does not exist, and the pause between commands.
 #include "link/transfers.h"
 #include "linkfixture.h"
 
-#include "model/channelcodec.h"
 #include "model/dialcodec.h"
 #include "model/tables.h"
 
@@ -69,18 +67,8 @@ TEST_F(TransferTest, WriteAllThenReadAllCarriesEverything) {
     for (int i : {3, 5, 7})
         EXPECT_GE(arrivals.at(i + 1) - arrivals.at(i), 100) << i;
     EXPECT_LT(arrivals.at(2) - arrivals.at(1), 100);
-
-    EXPECT_EQ(copy.memory, DecodeRadioChannels(radio, Document().memory));
-    EXPECT_EQ(copy.settingsBlock, document.settingsBlock);
-    EXPECT_EQ(copy.settings, document.settings);
-    EXPECT_EQ(copy.dialTexts, document.dialTexts);
-    SpecialTable special = before;
-    for (int row = 0; row < 2; ++row) {
-        DecodeSpecialRecord(special, radio.blockHex(0x100 + 0x20 * row) + radio.blockHex(0x110 + 0x20 * row),
-                            row);
-        EXPECT_TRUE(SameRow(copy.special, special, row)) << row;
-    }
-    // The repeater record is not read: its numbers stay, its texts are blanked but for columns 2 to 7.
+    // What the read brings in is checked block by block through zq318's copy between two radios. The repeater
+    // record is not read: its numbers stay, its texts are blanked but for columns 2 to 7.
     for (int c = 0; c < SpecialTable::columns; ++c)
         EXPECT_EQ(copy.special.cell(kRptRow, c),
                   (Cell{c >= 2 && c <= 7 ? before.text(kRptRow, c) : QString(), before.number(kRptRow, c)}));
@@ -96,7 +84,7 @@ TEST_F(TransferTest, ReadAllRunsMemoryEvenAfterSettingsFailed) {
     EXPECT_EQ(radio.commands().at(2), QStringLiteral("KV~F0200R"));
 }
 
-TEST_F(TransferTest, ServiceReadShowsRawReplyAndDumpCoversFirstFourKilobytes) {
+TEST_F(TransferTest, ServiceReadShowsRawReply) {
     FillSampleRadio(radio);
     QString reply;
     QStringList shown;
@@ -111,26 +99,16 @@ TEST_F(TransferTest, ServiceReadShowsRawReplyAndDumpCoversFirstFourKilobytes) {
     EXPECT_GE(clock.elapsed(), kServiceTimeoutMs);
     EXPECT_LT(clock.elapsed(), kServiceTimeoutMs + 200);
     EXPECT_EQ(reply, QStringLiteral("KV~FzzR\rNG\r\n"));
-
-    QString dump;
-    ASSERT_TRUE(DumpBlocks(link, dump).ok());
-    const QStringList lines = dump.split(QStringLiteral("\r\n"));
-    ASSERT_EQ(lines.size(), 257); // the last line ends in CR LF too
-    EXPECT_EQ(lines.at(0x20), QStringLiteral("20\t") + radio.blockHex(0x200));
-    EXPECT_EQ(lines.at(255), QStringLiteral("FF\t") + radio.blockHex(0xFF0));
-    EXPECT_FALSE(radio.commands().contains(QStringLiteral("KV~E"))); // no service control ends a session
 }
 
 // The memory write and the service panel have no error trap of their own.
 TEST_F(TransferTest, PortThatDoesNotExist) {
     link.setPortName(QStringLiteral("/dev/zq318-no-such-port"));
     const MemoryTable memory = document.memory;
-    // clang-format off
     const std::pair<Transfer, Outcome> cases[] = {
-        {Transfer::ReadMemory, Outcome::ComPortError}, {Transfer::ReadSettings, Outcome::ComPortError},
+        {Transfer::ReadMemory, Outcome::ComPortError},    {Transfer::ReadSettings, Outcome::ComPortError},
         {Transfer::WriteSettings, Outcome::ComPortError}, {Transfer::AutoSelect, Outcome::ComPortError},
-        {Transfer::WriteMemory, Outcome::Fatal}, {Transfer::Dump, Outcome::Fatal}};
-    // clang-format on
+        {Transfer::WriteMemory, Outcome::Fatal},          {Transfer::Dump, Outcome::Fatal}};
     for (const auto& [transfer, outcome] : cases) {
         const Result result = RunTransfer(transfer, link, document);
         EXPECT_EQ(result.outcome, outcome) << int(transfer);
@@ -140,14 +118,13 @@ TEST_F(TransferTest, PortThatDoesNotExist) {
     }
 }
 
-TEST(SerialLinkTest, WaitIsNeverShorterThanAsked) {
-    SerialLink link;
+TEST_F(TransferTest, WaitIsNeverShorterThanAsked) {
     for (const qint64 ms : {1, 1, 1, 1, 1, 10, 10, 10, 10, 10, 100, 100, 100}) {
-        QElapsedTimer clock;
-        clock.start();
+        const qint64 start = clock.nsecsElapsed();
         link.Wait(int(ms));
-        EXPECT_GE(clock.nsecsElapsed(), ms * 1000000) << ms;
-        EXPECT_LT(clock.nsecsElapsed(), (ms + 50) * 1000000) << ms;
+        const qint64 ns = clock.nsecsElapsed() - start;
+        EXPECT_GE(ns, ms * 1000000) << ms;
+        EXPECT_LT(ns, (ms + 50) * 1000000) << ms;
     }
 }
 

@@ -1,10 +1,6 @@
-// The virtual radio's own protocol rules and clone images.
+// The virtual radio's own protocol rules.
 #include "linkfixture.h"
-#include "radio/radioimage.h"
 
-#include <QTemporaryDir>
-
-using namespace zq::radio;
 using namespace linktest;
 
 namespace {
@@ -31,9 +27,6 @@ TEST_F(RadioTest, EchoesThenAnswers) {
     EXPECT_EQ(radio.blockHex(0x200), QStringLiteral("0123456789ABCDEF0123456789ABCDEF"));
     EXPECT_TRUE(link.SendCommand(write).endsWith(QStringLiteral("OK\r\n")));
     EXPECT_EQ(radio.blockHex(0x200), write.mid(9));
-    // Fault texts: an address in either case, always four digits.
-    EXPECT_EQ(ParseFault(QStringLiteral("short@0fe0")), (Fault{Fault::Kind::Short, QStringLiteral("0FE0")}));
-    EXPECT_FALSE(ParseFault(QStringLiteral("timeout@FE0")));
 }
 
 // Ten bits a character at 600 baud: a block read's 44 take 733 ms, arriving 16 at a time.
@@ -50,36 +43,6 @@ TEST_F(RadioTest, LineRatePacesEveryCharacterAndLateRepliesAreDropped) {
     EXPECT_GE(ns, 44LL * 10 * 1000000000LL / 600);
     EXPECT_LT(ns, 44LL * 11 * 1000000000LL / 600); // less than eleven bits a character
     EXPECT_EQ(radio.charactersSent(), 88);
-}
-
-// Where each block goes in the file is checked against the file core by the command-line test.
-TEST(RadioImageTest, CloneImageRoundTripsAndBadOnesChangeNothing) {
-    VirtualRadio radio;
-    FillSampleRadio(radio);
-    radio.setModelCode(kModelCodeE);
-    radio.setCloneCodeA(true);
-    const QStringList lines = CloneLines(radio.memory());
-    QTemporaryDir dir;
-    const QString path = dir.filePath(QStringLiteral("radio.318"));
-    ASSERT_TRUE(SaveCloneImage(path, radio.memory()).ok());
-    QByteArray copy(kMemorySize, '\0');
-    ASSERT_TRUE(LoadCloneImage(path, copy).ok());
-    EXPECT_EQ(CloneLines(copy), lines);
-
-    // clang-format off
-    const std::pair<int, const char*> cases[] = { // line -1: the file stops after 300 lines
-        {-1, ""}, {0, "Korvex ZQ-318X Clone 0 FileStart"}, {418, "Korvex ZQ-318 Clone File End...."}, {20, "0123"},
-        {30, "0123456789ABCDEF0123456789ABCDEG"}};
-    // clang-format on
-    for (const auto& [line, text] : cases) {
-        SCOPED_TRACE(line);
-        QStringList bad = lines.mid(0, line < 0 ? 300 : -1);
-        if (line >= 0) bad[line] = QString::fromLatin1(text);
-        QByteArray memory(kMemorySize, '\x11');
-        EXPECT_EQ(ApplyCloneLines(bad, memory).outcome,
-                  line < 0 ? zq::model::Outcome::FileOpenError : zq::model::Outcome::DataError);
-        EXPECT_EQ(memory, QByteArray(kMemorySize, '\x11'));
-    }
 }
 
 } // namespace
