@@ -43,13 +43,11 @@ class Startup : public test::WindowFixture {};
 TEST_F(Startup, WithoutAFileShowsTheStartUpDataAndReadsThePortFile) {
     ASSERT_TRUE(load().ok());
     EXPECT_EQ(window->windowTitle(), model::AppTitle());
-    EXPECT_FALSE(doc().DataChanged());
     EXPECT_TRUE(boxes.shown.isEmpty());
     EXPECT_EQ(window->portNumber(), 1);
     EXPECT_EQ(window->size(), QSize(680, 527));
     EXPECT_FALSE(doc().special.text(0, 0).isEmpty()); // the VFO row is shown
     EXPECT_EQ(window->specialGrid()->model()->index(0, 0).data().toString(), doc().special.text(0, 0));
-    EXPECT_EQ(memoryCell(1, 1), QString()); // default channels are not in use
     EXPECT_EQ(find<QTabWidget>("TabStrip1")->currentIndex(), 0);
 
     test::WriteFile(portFile(), "14\r\n");
