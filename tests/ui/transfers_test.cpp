@@ -55,12 +55,10 @@ TEST_F(WindowTransfers, AutoSelectAndReadSettingsFillTheWindowThatStaysOpenMeanw
     QObject::connect(&radio, &radio::VirtualRadio::commandReceived, window.get(),
                      [&] { closedDuring = closedDuring || window->close(); });
     radio.setModelCode(radio::kModelCodeE);
-    radio.setCloneCodeA(true);
     ASSERT_TRUE(radio.setBlockHex(0x00E0, QStringLiteral("A50000010C0C03000000000000000000")));
     ASSERT_TRUE(radio.setBlockHex(0x1F30, QStringLiteral("3132333F000000000000000000000000")));
     click("cmdAuto");
     EXPECT_EQ(doc().ModelVariant(), model::VariantE);
-    EXPECT_TRUE(doc().CloneCodeA());
     expectIdle();
 
     click("cmbRxData2"); // the second button only calls the first one's handler

@@ -1,4 +1,4 @@
-// The window tests need one application object; offscreen unless told otherwise.
+// The widget tests need one application object; offscreen unless told otherwise.
 #include <QApplication>
 #include <QStandardPaths>
 #include <gtest/gtest.h>

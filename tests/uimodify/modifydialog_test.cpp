@@ -17,12 +17,7 @@
 
 #include <gtest/gtest.h>
 
-#include <ostream>
 #include <tuple>
-
-inline void PrintTo(const QString& text, std::ostream* os) {
-    *os << '"' << text.toStdString() << '"';
-}
 
 using namespace zq::model;
 using zq::ui::ModifyDialog;
@@ -323,10 +318,3 @@ TEST_F(ModifyDialogTest, PowerAndBatteryChecksFollowTheirOptions) {
 }
 
 } // namespace
-
-int main(int argc, char** argv) {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    ::testing::InitGoogleTest(&argc, argv);
-    return RUN_ALL_TESTS();
-}
