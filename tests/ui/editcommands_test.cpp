@@ -88,6 +88,8 @@ INSTANTIATE_TEST_SUITE_P(
                  "3:0=F3.0 4:0= 4:13= 4:u=0 4:14=S4 5:0=F4.0 5:13=F4.13 5:14=S5 10:u=1 11:u=0 199:0=F198.0"},
         EditCase{"DeleteKeepsColumns9To13OfTheLastRow", "cmbDelete", Ok, kDelete, "DELETE OK", 5,
                  "3:0=F3.0 4:0=F5.0 4:14=S4 198:0=F199.0 199:8= 199:9=F199.9 199:13=F199.13 199:u=0"},
+        EditCase{"DeleteLast", "cmbDelete", Ok, kDelete, "DELETE OK", 200,
+                 "198:0=F198.0 199:0= 199:9=F199.9 199:14=S199 199:u=0"},
         EditCase{"DeleteCancel", "cmbDelete", Cancel, kDelete, "DELETE OK", 5, ""},
         EditCase{"ClearEmptiesColumn14Too", "cmbClear", Ok, kClear, "CLEAR OK", 5,
                  "3:0=F3.0 4:0= 4:13= 4:14= 4:u=0 5:0=F5.0"},

@@ -305,16 +305,4 @@ TEST_F(ModifyDialogTest, OkOnTheVfoRowWritesItAndBlanksTheRepeaterRowTexts) {
     EXPECT_EQ(rows.at(0).at(0).toInt(), kVfoRow);
 }
 
-TEST_F(ModifyDialogTest, PowerAndBatteryChecksFollowTheirOptions) {
-    dlg.prepareMemoryChannel(0);
-    check("chkPower")->setChecked(true);
-    EXPECT_TRUE(option("optATT", 2)->isChecked());
-    option("optATT", 1)->setChecked(true);
-    EXPECT_FALSE(check("chkPower")->isChecked());
-    option("optBs", 2)->setChecked(true);
-    EXPECT_TRUE(check("chkBS")->isChecked());
-    check("chkBS")->setChecked(false);
-    EXPECT_TRUE(option("optBs", 0)->isChecked());
-}
-
 } // namespace
