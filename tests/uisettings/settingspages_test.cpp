@@ -169,17 +169,11 @@ TEST_F(Pages, ModelOptionsFollowAndSetTheVariant) {
 }
 
 TEST_F(Pages, ListsCaptionsAndTheWriteButtonOfThePage) {
-    const std::pair<const char*, const char*> lists[] = {
-        {"cmbTOT", "OFF| 30| 60| 90|120|150|180|210|240|270|300|330|360|390|420|450"},
-        {"cmbTOTP", "  0|  1|  2|  3|  4|  5|  6|  7|  8|  9| 10| 11| 12| 13| 14| 15"},
-        {"cmbBat", "Ni-MH|Li-ion"}};
-    for (const auto& [name, entries] : lists) {
-        auto* box = find<QComboBox>(name);
-        QStringList list;
-        for (int i = 0; i < box->count(); ++i)
-            list << box->itemText(i);
-        EXPECT_EQ(list.join('|'), QLatin1String(entries)) << name;
-    }
+    auto* timeOut = find<QComboBox>("cmbTOT"); // the other lists' entries show in the applied-block test
+    QStringList entries;
+    for (int i = 0; i < timeOut->count(); ++i)
+        entries << timeOut->itemText(i);
+    EXPECT_EQ(entries.join('|'), "OFF| 30| 60| 90|120|150|180|210|240|270|300|330|360|390|420|450");
     EXPECT_EQ(find<QCheckBox>("chkMosq")->text(), "Mosqito Repel");
     EXPECT_EQ(find<QCheckBox>("chkNameEn")->text(), "Name Opration");
     EXPECT_EQ(find<QRadioButton>("opbModel_2")->text(), "ZQ-318 TFH");
