@@ -1,7 +1,12 @@
 // The virtual radio's own protocol rules.
 #include "linkfixture.h"
+#include "radio/radioimage.h"
+
+#include <QFile>
+#include <QTemporaryDir>
 
 using namespace linktest;
+using namespace zq::radio;
 
 namespace {
 
@@ -43,6 +48,23 @@ TEST_F(RadioTest, LineRatePacesEveryCharacterAndLateRepliesAreDropped) {
     EXPECT_GE(ns, 44LL * 10 * 1000000000LL / 600);
     EXPECT_LT(ns, 44LL * 11 * 1000000000LL / 600); // less than eleven bits a character
     EXPECT_EQ(radio.charactersSent(), 88);
+}
+
+// --image and --save: the file round-trips, and a file the program would reject leaves the memory alone.
+TEST(RadioImageTest, SavedImageLoadsBackAndBadOnesChangeNothing) {
+    VirtualRadio radio;
+    FillSampleRadio(radio);
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("radio.318"));
+    ASSERT_TRUE(SaveCloneImage(path, radio.memory()).ok());
+    QByteArray copy(kMemorySize, '\0');
+    ASSERT_TRUE(LoadCloneImage(path, copy).ok());
+    EXPECT_EQ(copy, radio.memory());
+    QStringList bad = CloneLines(radio.memory());
+    bad[30] = QStringLiteral("0123456789ABCDEF0123456789ABCDEG");
+    EXPECT_EQ(ApplyCloneLines(bad, copy).outcome, zq::model::Outcome::DataError);
+    EXPECT_EQ(ApplyCloneLines(bad.mid(0, 300), copy).outcome, zq::model::Outcome::FileOpenError);
+    EXPECT_EQ(copy, radio.memory());
 }
 
 } // namespace
