@@ -64,23 +64,23 @@ int diffCommand(const QStringList& arguments, CliContext& context) {
         for (int column = 0; column <= model::ColBclo; ++column) {
             differ(QStringLiteral("%1 %2").arg(files::SpecialRowHeading(row),
                                                QLatin1String(kColumnNames[column])),
-                   a.document.special.text(row, column), b.document.special.text(row, column));
+                   a.document.special().text(row, column), b.document.special().text(row, column));
             // the RPT row keeps values it does not show
-            if (a.document.special.number(row, column) != b.document.special.number(row, column) &&
-                a.document.special.text(row, column) == b.document.special.text(row, column))
+            if (a.document.special().number(row, column) != b.document.special().number(row, column) &&
+                a.document.special().text(row, column) == b.document.special().text(row, column))
                 differences.append(
                     QStringLiteral("%1 %2 value: %3 | %4")
                         .arg(files::SpecialRowHeading(row), QLatin1String(kColumnNames[column]))
-                        .arg(a.document.special.number(row, column))
-                        .arg(b.document.special.number(row, column)));
+                        .arg(a.document.special().number(row, column))
+                        .arg(b.document.special().number(row, column)));
         }
     }
     for (int dial = 0; dial < model::kDialCount; ++dial)
-        differ(QStringLiteral("dial memory %1").arg(dial + 1), a.document.dialTexts[dial],
-               b.document.dialTexts[dial]);
+        differ(QStringLiteral("dial memory %1").arg(dial + 1), a.document.dialTexts()[dial],
+               b.document.dialTexts()[dial]);
     for (int channel = 0; channel < model::kChannelCount; ++channel) {
-        const bool inA = a.document.memory.ChannelInUse(channel);
-        const bool inB = b.document.memory.ChannelInUse(channel);
+        const bool inA = a.document.memory().ChannelInUse(channel);
+        const bool inB = b.document.memory().ChannelInUse(channel);
         const QString label = QStringLiteral("channel %1").arg(channel);
         if (inA != inB) {
             differences.append(QStringLiteral("%1: %2 | %3")
@@ -91,9 +91,9 @@ int diffCommand(const QStringList& arguments, CliContext& context) {
         if (!inA) continue;
         for (int column = 0; column <= model::ColName; ++column)
             differ(QStringLiteral("%1 %2").arg(label, QLatin1String(kColumnNames[column])),
-                   a.document.memory.text(channel, column), b.document.memory.text(channel, column));
-        differ(QStringLiteral("%1 Skip").arg(label), skipText(a.document.memory, channel),
-               skipText(b.document.memory, channel));
+                   a.document.memory().text(channel, column), b.document.memory().text(channel, column));
+        differ(QStringLiteral("%1 Skip").arg(label), skipText(a.document.memory(), channel),
+               skipText(b.document.memory(), channel));
     }
 
     for (const QString& line : differences)

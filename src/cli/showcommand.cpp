@@ -39,15 +39,15 @@ int showCommand(const QStringList& arguments, CliContext& context) {
     for (int row = model::kVfoRow; row <= model::kRptRow; ++row) {
         QStringList cells{files::SpecialRowHeading(row)};
         for (int column = 0; column <= model::ColBclo; ++column)
-            cells.append(document.special.text(row, column));
+            cells.append(document.special().text(row, column));
         special.addRow(cells);
     }
     TextTable memory(gridHeadings(true));
     for (int channel = 0; channel < model::kChannelCount; ++channel) {
-        if (!document.memory.ChannelInUse(channel)) continue;
+        if (!document.memory().ChannelInUse(channel)) continue;
         QStringList cells{QString::number(channel)};
         for (int column = 0; column <= model::ColName; ++column)
-            cells.append(document.memory.text(channel, column));
+            cells.append(document.memory().text(channel, column));
         memory.addRow(cells);
     }
     for (const QString& line : special.lines())

@@ -90,19 +90,8 @@ QString stripTrailingZ(QString text) {
     return text;
 }
 
-// The parts of a document a load replaces, decoded apart so that a bad record changes nothing.
-struct LoadedData {
-    model::MemoryTable memory;
-    model::SpecialTable special;
-    model::SettingsBlock settingsBlock;
-    model::RadioSettings settings;
-    std::array<QString, 9> dialTexts;
-};
-
-Result decodeImage(const model::Document& document, const CloneImage& image, LoadedData& data) {
-    data.memory = document.memory;
-    data.special = document.special;
-    data.settings = document.settings;
+// The parts of a document a load replaces are decoded apart, so that a bad record changes nothing.
+Result decodeImage(const CloneImage& image, model::Contents& data) {
     data.settingsBlock.halfA = image.lines[kSettingsLine];
     data.settingsBlock.halfB = image.lines[kSettingsLine + 1];
     model::ApplySettingsBlock(data.settingsBlock, data.settings);
@@ -130,18 +119,6 @@ Result decodeImage(const model::Document& document, const CloneImage& image, Loa
                                 line);
     }
     return Result::done();
-}
-
-void commit(model::Document& document, LoadedData& data) {
-    document.settingsBlock = data.settingsBlock;
-    document.settings = data.settings;
-    document.notifySettings();
-    document.special = data.special;
-    document.RefreshSpecialGrid();
-    document.dialTexts = data.dialTexts;
-    document.notifyDialTexts();
-    document.memory = data.memory;
-    document.RefreshMemoryGrid();
 }
 
 void markLoaded(model::Document& document, const QString& path) {
@@ -176,21 +153,21 @@ QStringList CloneFileLines(model::Document& document) {
     const int variant = document.ModelVariant() >= 0 ? document.ModelVariant() : model::VariantA;
     lines.append(model::HeaderLine(variant, document.CloneCodeA()));
     document.buildSettingsBlock();
-    lines.append(document.settingsBlock.halfA);
-    lines.append(document.settingsBlock.halfB);
+    lines.append(document.settingsBlock().halfA);
+    lines.append(document.settingsBlock().halfB);
     for (int row = 0; row < kSpecialRecords; ++row) {
-        lines.append(model::EncodeSpecialFirstHalf(document.special, row));
-        lines.append(model::EncodeSpecialSecondHalf(document.special, row));
+        lines.append(document.encodeSpecialHalf(row, 0));
+        lines.append(document.encodeSpecialHalf(row, 1));
     }
-    for (const QString& dial : document.dialTexts) {
+    for (const QString& dial : document.dialTexts()) {
         QString padded = dial;
         while (padded.size() < kCloneLineLength)
             padded.append(QLatin1Char('Z'));
         lines.append(padded);
     }
     for (int channel = 0; channel < model::kChannelCount; ++channel) {
-        lines.append(model::EncodeChannelFirstHalf(document.memory, channel));
-        lines.append(model::EncodeChannelSecondHalf(document.memory, channel));
+        lines.append(model::EncodeChannelFirstHalf(document.memory(), channel));
+        lines.append(model::EncodeChannelSecondHalf(document.memory(), channel));
     }
     lines.append(model::EndLine());
     return lines;
@@ -209,10 +186,10 @@ Result ApplyCloneImage(model::Document& document, const CloneImage& image) {
     if (image.lines.size() != kCloneFileLines)
         return Result::fail(Outcome::FileOpenError,
                             QStringLiteral("the image holds %1 lines").arg(image.lines.size()));
-    LoadedData data;
-    const Result decoded = decodeImage(document, image, data);
+    model::Contents data = document.contents();
+    const Result decoded = decodeImage(image, data);
     if (!decoded.ok()) return decoded;
-    commit(document, data);
+    document.replaceContents(data);
     return Result::done();
 }
 
@@ -250,17 +227,16 @@ Result SaveCloneFile(model::Document& document, const QString& path) {
 }
 
 void NewDocument(model::Document& document) {
-    model::ClearSettingsBlock(document.settingsBlock);
-    document.applySettingsBlock();
-    document.dialTexts.fill(QString());
-    document.notifyDialTexts();
-    model::LoadSpecialDefaults(document.special, document.ModelVariant());
-    document.RefreshSpecialGrid();
+    model::Contents blank = document.contents();
+    model::ClearSettingsBlock(blank.settingsBlock);
+    model::ApplySettingsBlock(blank.settingsBlock, blank.settings);
+    blank.dialTexts.fill(QString());
+    model::LoadSpecialDefaults(blank.special, document.ModelVariant());
     for (int row = 0; row < model::kChannelCount; ++row) {
-        document.memory.clearRow(row);
-        document.memory.setChannelInUse(row, false);
+        blank.memory.clearRow(row);
+        blank.memory.setChannelInUse(row, false);
     }
-    document.RefreshMemoryGrid();
+    document.replaceContents(blank);
     document.setCurrentFilePath(QString());
     document.setDataChanged(false);
 }

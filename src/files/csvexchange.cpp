@@ -2,6 +2,7 @@
 
 #include "atomicwrite.h"
 #include "fieldreader.h"
+#include "model/channeloptions.h"
 #include "model/numeric.h"
 #include "model/tables.h"
 
@@ -70,14 +71,8 @@ std::optional<Row> convertRecord(const QStringList& f) {
     for (int i = 0; i < kStepCount; ++i)
         if (f[1] == StepNames().at(i)) row[ColStep] = {StepNames().at(i), double(i)};
 
-    if (f[2] == QLatin1String("Tone"))
-        row[ColTone] = {f[2], 1};
-    else if (f[2] == QLatin1String("TSQ"))
-        row[ColTone] = {f[2], 3};
-    else if (f[2] == QLatin1String("DCS"))
-        row[ColTone] = {f[2], 12};
-    else
-        row[ColTone] = {QStringLiteral("None"), 0};
+    const int toneMode = ToneModes().indexOfCaption(f[2]);
+    row[ColTone] = ToneModes().cell(toneMode < 0 ? ToneModeNone : toneMode);
 
     const std::optional<int> txTone = matchByValue(ToneNames(), kToneCount, f[3]);
     const std::optional<int> rxTone = matchByValue(ToneNames(), kToneCount, f[4]);
@@ -87,12 +82,8 @@ std::optional<Row> convertRecord(const QStringList& f) {
     row[ColRxTone] = {ToneNames().at(*rxTone), double(*rxTone)};
     row[ColDcs] = {DcsCodes().at(*dcs), double(*dcs)};
 
-    if (f[6] == QLatin1String("-Shift"))
-        row[ColShift] = {f[6], 1};
-    else if (f[6] == QLatin1String("+Shift"))
-        row[ColShift] = {f[6], 2};
-    else
-        row[ColShift] = {QStringLiteral("None"), 0};
+    const int shift = Shifts().indexOfCaption(f[6]);
+    row[ColShift] = Shifts().cell(shift < 0 ? ShiftNone : shift);
 
     const double offset = NumericValue(f[7]);
     row[ColOffset] = {FormatOneLeadingZero(offset), offset};
@@ -116,7 +107,9 @@ std::optional<Row> convertRecord(const QStringList& f) {
 
 class CsvImporter {
 public:
-    CsvImporter(model::Document& document, QIODevice& device) : document_(document), reader_(device, true) {}
+    CsvImporter(model::Document& document, QIODevice& device)
+        : document_(document), reader_(device, true), memory_(document.memory()),
+          special_(document.special()) {}
 
     Result run() {
         while (!reader_.atEnd()) {
@@ -148,20 +141,20 @@ public:
             }
             const std::optional<Row> cells = convertRecord(values);
             if (!cells) continue;
+            // The grids are redrawn once at the end (or when a record is cut short).
             if (special) {
                 for (int column = 0; column <= model::ColBclo; ++column)
-                    document_.special.set(row, column, (*cells)[column]);
+                    special_.set(row, column, (*cells)[column]);
             } else {
                 for (int column = 0; column < model::kMemoryColumns; ++column)
-                    document_.memory.set(row, column, (*cells)[column]);
-                document_.memory.setChannelInUse(row, true);
+                    memory_.set(row, column, (*cells)[column]);
+                memory_.setChannelInUse(row, true);
             }
         }
         // The repeater row shows only what the settings write; its imported texts go.
         for (int column = 0; column <= model::ColBclo; ++column)
-            document_.special.setText(model::kRptRow, column, QString());
-        document_.RefreshSpecialGrid();
-        document_.RefreshMemoryGrid();
+            special_.setText(model::kRptRow, column, QString());
+        store();
         document_.setCurrentFilePath(QString());
         document_.setDataChanged(false);
         return Result::done();
@@ -181,13 +174,24 @@ private:
                                                                    : QStringLiteral("read error");
         failure_ = Result::fail(Outcome::Fatal,
                                 QStringLiteral("%1 (CSV line %2)").arg(why).arg(reader_.fieldLine() + 1));
-        document_.RefreshSpecialGrid();
-        document_.RefreshMemoryGrid();
+        store();
         return false;
+    }
+
+    // What was imported so far goes into the document in one change per store.
+    void store() {
+        document_.changeSpecial(
+            model::kVfoRow, model::kRptRow, [this](model::SpecialTable& s) { s = special_; },
+            model::Document::Mark::Quiet);
+        document_.changeMemory(
+            0, model::kChannelCount - 1, [this](model::MemoryTable& m) { m = memory_; },
+            model::Document::Mark::Quiet);
     }
 
     model::Document& document_;
     FieldReader reader_;
+    model::MemoryTable memory_;
+    model::SpecialTable special_;
     Result failure_;
 };
 
@@ -215,18 +219,18 @@ QByteArray CsvExportText(const model::Document& document) {
     for (int row = model::kVfoRow; row <= model::kRptRow; ++row) {
         QStringList fields{QLatin1String(kModelWord), QLatin1String(kSpecialBank), SpecialRowHeading(row)};
         for (int column = 0; column <= model::ColBclo; ++column)
-            fields.append(document.special.text(row, column));
+            fields.append(document.special().text(row, column));
         fields.append(QStringLiteral("No"));
         fields.append(QStringLiteral("Off"));
         appendRecord(out, fields);
     }
     for (int channel = 0; channel < model::kChannelCount; ++channel) {
-        if (!document.memory.ChannelInUse(channel)) continue;
+        if (!document.memory().ChannelInUse(channel)) continue;
         QStringList fields{QLatin1String(kModelWord), QLatin1String(kMemoryBank), QString::number(channel)};
         for (int column = 0; column <= model::ColName; ++column)
-            fields.append(document.memory.text(channel, column));
-        fields.append(document.memory.number(channel, model::ColSkip) == 1 ? QStringLiteral("On")
-                                                                           : QStringLiteral("Off"));
+            fields.append(document.memory().text(channel, column));
+        fields.append(document.memory().number(channel, model::ColSkip) == 1 ? QStringLiteral("On")
+                                                                             : QStringLiteral("Off"));
         appendRecord(out, fields);
     }
     return out;

@@ -120,8 +120,13 @@ Result ReadMemory(SerialLink& link, Document& document, const Progress& progress
         link.Wait(kCommandPauseMs);
         if (!ReadBlock(link, zq::model::ChannelBlockAddress(channel, 1), second, failure)) return failure;
         link.Wait(kCommandPauseMs);
-        const CodecError error = zq::model::DecodeChannelRecord(document.memory, first + second, channel);
-        document.notifyMemoryRows(channel, channel);
+        CodecError error = CodecError::None;
+        document.changeMemory(
+            channel, channel,
+            [&](zq::model::MemoryTable& memory) {
+                error = zq::model::DecodeChannelRecord(memory, first + second, channel);
+            },
+            Document::Mark::Quiet);
         if (error != CodecError::None) return DecodeFailure(QStringLiteral("channel %1").arg(channel), error);
     }
     link.Wait(kCommandPauseMs);
@@ -139,11 +144,11 @@ Result WriteMemory(SerialLink& link, Document& document, const Progress& progres
         if (progress) progress(channel);
         link.Wait(kCommandPauseMs);
         if (!WriteBlock(link, zq::model::ChannelBlockAddress(channel, 0),
-                        zq::model::EncodeChannelFirstHalf(document.memory, channel), failure))
+                        zq::model::EncodeChannelFirstHalf(document.memory(), channel), failure))
             return failure;
         link.Wait(kCommandPauseMs);
         if (!WriteBlock(link, zq::model::ChannelBlockAddress(channel, 1),
-                        zq::model::EncodeChannelSecondHalf(document.memory, channel), failure))
+                        zq::model::EncodeChannelSecondHalf(document.memory(), channel), failure))
             return failure;
     }
     link.Wait(kCommandPauseMs);
@@ -156,10 +161,10 @@ Result ReadSettings(SerialLink& link, Document& document) {
     Result failure;
     QString halfA, halfB;
     if (!ReadBlock(link, QStringLiteral("00E0"), halfA, failure)) return failure;
-    document.settingsBlock.halfA = halfA;
+    document.setSettingsHalf(0, halfA);
     link.Wait(kCommandPauseMs);
     if (!ReadBlock(link, QStringLiteral("00F0"), halfB, failure)) return failure;
-    document.settingsBlock.halfB = halfB;
+    document.setSettingsHalf(1, halfB);
     document.applySettingsBlock();
 
     for (int row = zq::model::kVfoRow; row <= zq::model::kCallRow; ++row) {
@@ -168,21 +173,25 @@ Result ReadSettings(SerialLink& link, Document& document) {
         if (!ReadBlock(link, SpecialAddress(row, 0), first, failure)) return failure;
         link.Wait(kCommandPauseMs);
         if (!ReadBlock(link, SpecialAddress(row, 1), second, failure)) return failure;
-        const CodecError error = zq::model::DecodeSpecialRecord(document.special, first + second, row);
-        document.notifySpecialRows(row, row);
+        CodecError error = CodecError::None;
+        document.changeSpecial(
+            row, row,
+            [&](zq::model::SpecialTable& special) {
+                error = zq::model::DecodeSpecialRecord(special, first + second, row);
+            },
+            Document::Mark::Quiet);
         if (error != CodecError::None)
             return DecodeFailure(row == zq::model::kVfoRow ? QStringLiteral("VFO") : QStringLiteral("CALL"),
                                  error);
     }
-    zq::model::BlankRptTexts(document.special);
-    document.RefreshSpecialGrid();
+    document.changeSpecial(zq::model::kVfoRow, zq::model::kRptRow, zq::model::BlankRptTexts,
+                           Document::Mark::Quiet);
 
     for (int memory = 0; memory < zq::model::kDialCount; ++memory) {
         link.Wait(kCommandPauseMs);
         QString record;
         if (!ReadBlock(link, DialAddress(memory), record, failure)) return failure;
-        document.dialTexts[memory] = zq::model::UpDateDialData(record);
-        document.notifyDialTexts();
+        document.setDialText(memory, zq::model::UpDateDialData(record), Document::Mark::Quiet);
     }
     link.Wait(kCommandPauseMs);
     link.TxEnd();
@@ -195,23 +204,21 @@ Result WriteSettings(SerialLink& link, Document& document) {
     if (!ModelCheck(link, failure)) return failure;
     link.Wait(kCommandPauseMs);
     document.buildSettingsBlock();
-    if (!WriteBlock(link, QStringLiteral("00E0"), document.settingsBlock.halfA, failure)) return failure;
+    if (!WriteBlock(link, QStringLiteral("00E0"), document.settingsBlock().halfA, failure)) return failure;
     link.Wait(kCommandPauseMs);
-    if (!WriteBlock(link, QStringLiteral("00F0"), document.settingsBlock.halfB, failure)) return failure;
+    if (!WriteBlock(link, QStringLiteral("00F0"), document.settingsBlock().halfB, failure)) return failure;
 
     for (int row = zq::model::kVfoRow; row <= zq::model::kRptRow; ++row) {
         link.Wait(kCommandPauseMs);
-        if (!WriteBlock(link, SpecialAddress(row, 0),
-                        zq::model::EncodeSpecialFirstHalf(document.special, row), failure))
+        if (!WriteBlock(link, SpecialAddress(row, 0), document.encodeSpecialHalf(row, 0), failure))
             return failure;
         link.Wait(kSpecialRecordPauseMs);
-        if (!WriteBlock(link, SpecialAddress(row, 1),
-                        zq::model::EncodeSpecialSecondHalf(document.special, row), failure))
+        if (!WriteBlock(link, SpecialAddress(row, 1), document.encodeSpecialHalf(row, 1), failure))
             return failure;
     }
     for (int memory = 0; memory < zq::model::kDialCount; ++memory) {
         link.Wait(kCommandPauseMs);
-        if (!WriteBlock(link, DialAddress(memory), zq::model::MakeDialData(document.dialTexts[memory]),
+        if (!WriteBlock(link, DialAddress(memory), zq::model::MakeDialData(document.dialTexts()[memory]),
                         failure))
             return failure;
     }
@@ -248,9 +255,7 @@ Result AutoSelect(SerialLink& link, Document& document) {
                             QStringLiteral("unknown model code %1").arg(modelCode));
 
     // The same as the user clicking the model option.
-    document.setModelVariant(variant);
-    document.setDataChanged(true);
-    document.RefreshMemoryGrid();
+    document.chooseModelVariant(variant);
     document.setCloneCodeA(payload.mid(4, 2) == QLatin1String("AA"));
 
     link.Wait(kCommandPauseMs);

@@ -1,5 +1,6 @@
 #include "channelcodec.h"
 
+#include "channeloptions.h"
 #include "numeric.h"
 #include "tables.h"
 
@@ -97,23 +98,17 @@ private:
     const QString& record_;
 };
 
-QString shiftText(int code) {
-    return code == 1   ? QStringLiteral("-Shift")
-           : code == 2 ? QStringLiteral("+Shift")
-                       : QStringLiteral("None");
-}
-
 template <class Table> void decodeToneMode(Table& table, int row, const RecordBytes& bytes) {
     const QString lowDigit = bytes.text(2).mid(1, 1);
     const QString bits = lowDigit.isEmpty() ? QString() : HexDigitToBits(lowDigit.at(0));
+    ToneMode mode = ToneModeNone;
     if (bits.mid(0, 1) == QLatin1String("1"))
-        table.set(row, ColTone, QStringLiteral("DCS"), 12);
+        mode = ToneModeDcs;
     else if (bits.mid(2, 1) == QLatin1String("1"))
-        table.set(row, ColTone, QStringLiteral("TSQ"), 3);
+        mode = ToneModeTsq;
     else if (bits.mid(3, 1) == QLatin1String("1"))
-        table.set(row, ColTone, QStringLiteral("Tone"), 1);
-    else
-        table.set(row, ColTone, QStringLiteral("None"), 0);
+        mode = ToneModeTone;
+    table.set(row, ColTone, ToneModes().cell(mode));
 }
 
 // Frequency text: the hundreds-of-MHz digit of byte 4 kept, its thousands digit dropped.
@@ -141,14 +136,15 @@ template <class Table> CodecError decodeMiddle(Table& table, int row, const Reco
     return CodecError::None;
 }
 
+// Any code beyond Mid reads as High.
 QString powerText(int code) {
-    return code == 0 ? QStringLiteral("Low") : code == 1 ? QStringLiteral("Mid") : QStringLiteral("High");
+    return Powers().caption(code == 0 ? PowerLow : code == 1 ? PowerMid : PowerHigh);
 }
 
 void setShift(auto& table, int row, const RecordBytes& bytes) {
     const int shift = bytes.value(1);
-    const int code = (shift == 1 || shift == 2) ? shift : 0;
-    table.set(row, ColShift, shiftText(code), code);
+    const int index = Shifts().indexOfCode(shift);
+    table.set(row, ColShift, Shifts().cell(index < 0 ? ShiftNone : index));
 }
 
 QString pad2(QString byte) {

@@ -78,7 +78,7 @@ MemoryGridModel::MemoryGridModel(model::Document& document, QObject* parent)
 }
 
 QString MemoryGridModel::cellText(int row, int column) const {
-    return document_.memory.ChannelInUse(row) ? document_.memory.text(row, column) : QString();
+    return document_.memory().ChannelInUse(row) ? document_.memory().text(row, column) : QString();
 }
 
 QString MemoryGridModel::rowLabel(int row) const {
@@ -91,7 +91,7 @@ SpecialGridModel::SpecialGridModel(model::Document& document, QObject* parent)
 }
 
 QString SpecialGridModel::cellText(int row, int column) const {
-    return document_.special.text(row, column);
+    return document_.special().text(row, column);
 }
 
 QString SpecialGridModel::rowLabel(int row) const {

@@ -508,9 +508,10 @@ bool MainWindow::confirm(const QString& title, const QString& warning, const QSt
 
 void MainWindow::cmbInsert_Click() {
     // Insert marks the data as changed even when it moves nothing.
-    document_.setDataChanged(true);
     const int row = currentMemoryRow();
-    if (InsertChannel(document_.memory, row)) document_.notifyMemoryRows(row - 1, model::kChannelCount - 1);
+    document_.changeMemory(
+        row - 1, model::kChannelCount - 1, [row](model::MemoryTable& memory) { InsertChannel(memory, row); },
+        model::Document::Mark::Edit);
 }
 
 void MainWindow::cmbDelete_Click() {
@@ -518,26 +519,26 @@ void MainWindow::cmbDelete_Click() {
     if (!confirm(QStringLiteral("DELETE OK"), QStringLiteral("Delete cannot be undone."),
                  QStringLiteral("Are you sure that you want to do the delete?")))
         return;
-    document_.setDataChanged(true);
-    if (DeleteChannel(document_.memory, row)) document_.notifyMemoryRows(row - 1, model::kChannelCount - 1);
+    document_.changeMemory(
+        row - 1, model::kChannelCount - 1, [row](model::MemoryTable& memory) { DeleteChannel(memory, row); },
+        model::Document::Mark::Edit);
 }
 
 void MainWindow::cmbClear_Click() {
     if (!confirm(QStringLiteral("CLEAR OK"), QStringLiteral("Clear cannot be undone."),
                  QStringLiteral("Are you sure that you want to do the clear?")))
         return;
-    document_.setDataChanged(true);
     const int row = currentMemoryRow();
-    if (ClearChannel(document_.memory, row)) document_.notifyMemoryRows(row - 1, row - 1);
+    document_.changeMemory(
+        row - 1, row - 1, [row](model::MemoryTable& memory) { ClearChannel(memory, row); },
+        model::Document::Mark::Edit);
 }
 
 void MainWindow::cmbClAll_Click() {
     if (!confirm(QStringLiteral("CLEAR OK"), QStringLiteral("Clear cannot be undone."),
                  QStringLiteral("Are you sure that you want to clear all memory?")))
         return;
-    document_.setDataChanged(true);
-    ClearAllChannels(document_.memory);
-    document_.RefreshMemoryGrid();
+    document_.changeMemory(0, model::kChannelCount - 1, ClearAllChannels, model::Document::Mark::Edit);
 }
 
 void MainWindow::Command4_Click() {

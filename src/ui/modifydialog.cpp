@@ -1,5 +1,6 @@
 #include "modifydialog.h"
 
+#include "model/channeloptions.h"
 #include "model/document.h"
 #include "model/numeric.h"
 #include "model/stores.h"
@@ -340,10 +341,15 @@ bool ModifyDialog::prepareMemoryChannel(int editIndex) {
     lblMode_->setText(QStringLiteral("Memory"));
     lblCH_->setText(QStringLiteral("%1CH").arg(editIndex));
 
-    MemoryTable& memory = document_.memory;
-    if (!memory.ChannelInUse(editIndex) && !chkHold_->isChecked()) {
-        for (int column = 0; column < kMemoryColumns; ++column)
-            memory.set(editIndex, column, memory.cell(kTemplateRow, column));
+    // An empty channel takes the template row's cells, which counts as no edit yet.
+    if (!document_.memory().ChannelInUse(editIndex) && !chkHold_->isChecked()) {
+        document_.changeMemory(
+            editIndex, editIndex,
+            [editIndex](MemoryTable& memory) {
+                for (int column = 0; column < kMemoryColumns; ++column)
+                    memory.set(editIndex, column, memory.cell(kTemplateRow, column));
+            },
+            Document::Mark::Quiet);
     }
     fillFromRow();
     return true;
@@ -377,8 +383,8 @@ void ModifyDialog::fillFromRow() {
     loading_ = true;
     const bool memoryMode = mode_ == EditMode::Memory;
     const auto cell = [&](int column) -> const Cell& {
-        return memoryMode ? document_.memory.cell(editIndex_, column)
-                          : document_.special.cell(editIndex_, column);
+        return memoryMode ? document_.memory().cell(editIndex_, column)
+                          : document_.special().cell(editIndex_, column);
     };
 
     const bool repeater = editsRepeaterRow();
@@ -401,26 +407,14 @@ void ModifyDialog::fillFromRow() {
     const double step = cell(ColStep).number;
     tick(stepGroup_, (step >= 0 && step < kStepCount) ? static_cast<int>(step) : -1);
 
-    switch (static_cast<int>(cell(ColTone).number)) {
-    case 1:
-        tick(toneGroup_, 1);
-        break;
-    case 3:
-        tick(toneGroup_, 2);
-        break;
-    case 12:
-        tick(toneGroup_, 3);
-        break;
-    default:
-        tick(toneGroup_, 0);
-        break;
-    }
+    const int toneMode = ToneModes().indexOfCode(static_cast<int>(cell(ColTone).number));
+    tick(toneGroup_, toneMode < 0 ? ToneModeNone : toneMode);
     cmbTxTone_->setCurrentIndex(comboIndex(cell(ColTxTone).number, kToneCount));
     cmbRxTone_->setCurrentIndex(comboIndex(cell(ColRxTone).number, kToneCount));
     cmbDCS_->setCurrentIndex(comboIndex(cell(ColDcs).number, kDcsCount));
 
-    const int shift = static_cast<int>(cell(ColShift).number);
-    tick(shiftGroup_, (shift == 1 || shift == 2) ? shift : 0);
+    const int shift = Shifts().indexOfCode(static_cast<int>(cell(ColShift).number));
+    tick(shiftGroup_, shift < 0 ? ShiftNone : shift);
 
     // "0.6000" opens as 00 and 6000; a text without a point is rebuilt from the number.
     QString offset = cell(ColOffset).text;
@@ -443,7 +437,7 @@ void ModifyDialog::fillFromRow() {
 
     if (memoryMode) {
         txtName_->setText(cell(ColName).text);
-        chkSkip_->setChecked(document_.memory.number(editIndex_, ColSkip) != 0);
+        chkSkip_->setChecked(document_.memory().number(editIndex_, ColSkip) != 0);
     } else {
         txtName_->clear();
         chkSkip_->setChecked(false);
@@ -550,12 +544,12 @@ void ModifyDialog::correctFrequency() {
 
     QString replacement;
     if (mode_ == EditMode::Memory) {
-        if (document_.memory.ChannelInUse(editIndex_))
-            replacement = document_.memory.text(editIndex_, ColFrequency).left(3);
+        if (document_.memory().ChannelInUse(editIndex_))
+            replacement = document_.memory().text(editIndex_, ColFrequency).left(3);
         else
             replacement = variant == VariantA ? QStringLiteral("155") : QStringLiteral("145");
     } else {
-        replacement = document_.special.text(editIndex_, ColFrequency).left(3);
+        replacement = document_.special().text(editIndex_, ColFrequency).left(3);
     }
     txtFreq_->setText(replacement);
 }
@@ -620,21 +614,12 @@ void ModifyDialog::composeColumns(ComposedColumns& cells) const {
     const int step = stepGroup_->checkedId();
     if (step >= 0) put(ColStep, StepNames().at(step), step);
 
-    // The tone-mode codes are the radio's, not the option indexes; the last caption is the fallback.
-    switch (toneGroup_->checkedId()) {
-    case 0:
-        put(ColTone, QStringLiteral("None"), 0);
-        break;
-    case 1:
-        put(ColTone, QStringLiteral("Tone"), 1);
-        break;
-    case 2:
-        put(ColTone, QStringLiteral("TSQ"), 3);
-        break;
-    default:
-        put(ColTone, QStringLiteral("DCS"), 12);
-        break;
-    }
+    // The first ticked option decides; with none ticked the last option is taken.
+    const auto option = [](const OptionTable& table, const QButtonGroup* group) {
+        const int id = group->checkedId();
+        return table.cell(id >= 0 && id < table.count() ? id : table.count() - 1);
+    };
+    cells[ColTone] = option(ToneModes(), toneGroup_);
     const int txTone = std::max(0, cmbTxTone_->currentIndex());
     const int rxTone = std::max(0, cmbRxTone_->currentIndex());
     const int dcs = std::max(0, cmbDCS_->currentIndex());
@@ -642,44 +627,14 @@ void ModifyDialog::composeColumns(ComposedColumns& cells) const {
     put(ColRxTone, ToneNames().at(rxTone), rxTone);
     put(ColDcs, DcsCodes().at(dcs), dcs);
 
-    switch (shiftGroup_->checkedId()) {
-    case 0:
-        put(ColShift, QStringLiteral("None"), 0);
-        break;
-    case 1:
-        put(ColShift, QStringLiteral("-Shift"), 1);
-        break;
-    default:
-        put(ColShift, QStringLiteral("+Shift"), 2);
-        break;
-    }
+    cells[ColShift] = option(Shifts(), shiftGroup_);
     QString offsetText = txtShift_->text() + QLatin1Char('.') + txtShift2_->text();
     if (offsetText.startsWith(QLatin1Char('0'))) offsetText.remove(0, 1);
     put(ColOffset, offsetText, NumericValue(txtShift_->text()) + NumericValue(txtShift2_->text()) / 10000.0);
 
-    switch (powerGroup_->checkedId()) {
-    case 0:
-        put(ColPower, QStringLiteral("Low"), 0);
-        break;
-    case 1:
-        put(ColPower, QStringLiteral("Mid"), 1);
-        break;
-    default:
-        put(ColPower, QStringLiteral("High"), 2);
-        break;
-    }
+    cells[ColPower] = option(Powers(), powerGroup_);
     put(ColBlank, QStringLiteral("------"), 0);
-    switch (batteryGroup_->checkedId()) {
-    case 0:
-        put(ColBsv, QStringLiteral("Off"), 0);
-        break;
-    case 1:
-        put(ColBsv, QStringLiteral("On1"), 1);
-        break;
-    default:
-        put(ColBsv, QStringLiteral("On2"), 2);
-        break;
-    }
+    cells[ColBsv] = option(BatterySaves(), batteryGroup_);
     const bool clock = chkClock_->isChecked();
     const bool bclo = chkBCLO_->isChecked();
     put(ColClock, clock ? QStringLiteral("On") : QStringLiteral("Off"), clock ? 1 : 0);
@@ -687,36 +642,37 @@ void ModifyDialog::composeColumns(ComposedColumns& cells) const {
 }
 
 void ModifyDialog::writeMemoryRow() {
-    MemoryTable& memory = document_.memory;
-    const int row = editIndex_;
-    document_.setDataChanged(true);
-    memory.setChannelInUse(row, true);
-
     ComposedColumns cells;
     composeColumns(cells);
     const bool skip = chkSkip_->isChecked();
     if (skip) cells[ColFrequency]->text.append(QLatin1Char('*'));
-    for (int column = 0; column < int(cells.size()); ++column)
-        if (cells[column]) memory.set(row, column, *cells[column]);
-    memory.set(row, ColName, txtName_->text(), txtName_->text().isEmpty() ? 0 : 1);
-    memory.set(row, ColSkip, QString(), skip ? 1 : 0);
-
-    document_.notifyMemoryRows(row, row);
+    const QString name = txtName_->text();
+    const int row = editIndex_;
+    document_.changeMemory(
+        row, row,
+        [&](MemoryTable& memory) {
+            memory.setChannelInUse(row, true);
+            for (int column = 0; column < int(cells.size()); ++column)
+                if (cells[column]) memory.set(row, column, *cells[column]);
+            memory.set(row, ColName, name, name.isEmpty() ? 0 : 1);
+            memory.set(row, ColSkip, QString(), skip ? 1 : 0);
+        },
+        Document::Mark::Edit);
 }
 
 void ModifyDialog::writeSpecialRow() {
-    SpecialTable& special = document_.special;
-    const int row = editIndex_;
-    document_.setDataChanged(true);
-
     ComposedColumns cells;
     composeColumns(cells);
-    for (int column = 0; column < int(cells.size()); ++column)
-        if (cells[column]) special.set(row, column, *cells[column]);
-    // The repeater row shows only its tone, DCS and shift columns, whichever row was edited.
-    BlankRptTexts(special);
-
-    document_.notifySpecialRows(std::min(row, int(kRptRow)), std::max(row, int(kRptRow)));
+    const int row = editIndex_;
+    document_.changeSpecial(
+        std::min(row, int(kRptRow)), std::max(row, int(kRptRow)),
+        [&](SpecialTable& special) {
+            for (int column = 0; column < int(cells.size()); ++column)
+                if (cells[column]) special.set(row, column, *cells[column]);
+            // The repeater row shows only its tone, DCS and shift columns, whichever row was edited.
+            BlankRptTexts(special);
+        },
+        Document::Mark::Edit);
 }
 
 } // namespace zq::ui

@@ -170,48 +170,46 @@ void SettingsPage1::buildControls() {
 }
 
 void SettingsPage1::connectControls() {
-    auto& s = document_.settings;
-
+    using model::RadioSettings;
     // A click stores the tick; every switch but the two without a handler marks the data changed.
-    const auto bindCheck = [this](QCheckBox* box, bool& value, bool marks) {
-        connect(box, &QCheckBox::clicked, this, [this, &value, marks](bool checked) {
-            value = checked;
-            if (marks) markChanged();
+    const auto bindCheck = [this](QCheckBox* box, bool RadioSettings::*value, bool marks) {
+        connect(box, &QCheckBox::clicked, this, [this, value, marks](bool checked) {
+            store([&](RadioSettings& s) { s.*value = checked; }, marks);
         });
     };
-    bindCheck(chkMosq_, s.mosquitoRepel, false);
-    bindCheck(chkSQL_, s.sqlExternal, false);
-    bindCheck(chkCharge_, s.repeaterMode, true);
-    bindCheck(chkBeep_, s.beep, true);
-    bindCheck(chkAPO_, s.autoPowerOff, true);
-    bindCheck(chkLock_, s.keyLock, true);
-    bindCheck(chkAutoProg_, s.autoProgram, true);
-    for (int i = 0; i < 3; ++i)
-        bindCheck(chkFlg1_[i], s.flags[i], true);
+    bindCheck(chkMosq_, &RadioSettings::mosquitoRepel, false);
+    bindCheck(chkSQL_, &RadioSettings::sqlExternal, false);
+    bindCheck(chkCharge_, &RadioSettings::repeaterMode, true);
+    bindCheck(chkBeep_, &RadioSettings::beep, true);
+    bindCheck(chkAPO_, &RadioSettings::autoPowerOff, true);
+    bindCheck(chkLock_, &RadioSettings::keyLock, true);
+    bindCheck(chkAutoProg_, &RadioSettings::autoProgram, true);
+    for (int i = 0; i < 3; ++i) {
+        connect(chkFlg1_[i], &QCheckBox::clicked, this,
+                [this, i](bool checked) { store([&](RadioSettings& s) { s.flags[i] = checked; }, true); });
+    }
 
-    const auto bindCombo = [this](QComboBox* box, int& value) {
+    const auto bindCombo = [this](QComboBox* box, int RadioSettings::*value) {
         onComboEdits(
-            this, box, [this, &value](int index) { storeChoice(value, index); },
-            [this, &value](int index) { storeTyped(value, index); });
+            this, box, [this, value](int index) { storeChoice(value, index); },
+            [this, value](int index) { storeTyped(value, index); });
     };
-    bindCombo(cmbBat_, s.batteryType);
-    bindCombo(cmbLamp_, s.lamp);
-    bindCombo(cmbScan_, s.scanType);
-    bindCombo(cmbTB_, s.toneBurst);
-    bindCombo(cmbTOT_, s.timeOutTimer);
-    bindCombo(cmbTOTP_, s.penaltyTime);
+    bindCombo(cmbBat_, &RadioSettings::batteryType);
+    bindCombo(cmbLamp_, &RadioSettings::lamp);
+    bindCombo(cmbScan_, &RadioSettings::scanType);
+    bindCombo(cmbTB_, &RadioSettings::toneBurst);
+    bindCombo(cmbTOT_, &RadioSettings::timeOutTimer);
+    bindCombo(cmbTOTP_, &RadioSettings::penaltyTime);
 
-    const auto bindSlider = [this](QSlider* slider, QLabel* label, int& value) {
+    const auto bindSlider = [this](QSlider* slider, QLabel* label, int RadioSettings::*value) {
         connect(slider, &QSlider::sliderMoved, label, [label](int position) { label->setNum(position); });
-        connect(slider, &QSlider::valueChanged, this, [this, label, &value](int position) {
+        connect(slider, &QSlider::valueChanged, this, [this, label, value](int position) {
             label->setNum(position);
-            if (loading_) return;
-            value = position;
-            markChanged();
+            store([&](RadioSettings& s) { s.*value = position; }, true);
         });
     };
-    bindSlider(Slider1_, lblVol_, s.volume);
-    bindSlider(Slider2_, lblSql_, s.squelch);
+    bindSlider(Slider1_, lblVol_, &RadioSettings::volume);
+    bindSlider(Slider2_, lblSql_, &RadioSettings::squelch);
 
     connect(modelGroup_, &QButtonGroup::idClicked, this, &SettingsPage1::selectModel);
     connect(cmdAuto_, &QPushButton::clicked, this, &SettingsPage1::autoSelectRequested);
@@ -226,35 +224,31 @@ void SettingsPage1::connectControls() {
     });
 }
 
-void SettingsPage1::storeChoice(int& value, int index) {
+void SettingsPage1::storeChoice(int model::RadioSettings::*value, int index) {
     // Choosing a list entry changes the value but does not count as an edit.
-    if (loading_) return;
-    value = index;
-    loading_ = true;
-    document_.notifySettings();
-    loading_ = false;
+    store([&](model::RadioSettings& s) { s.*value = index; }, false);
 }
 
-void SettingsPage1::storeTyped(int& value, int index) {
-    if (loading_) return;
+void SettingsPage1::storeTyped(int model::RadioSettings::*value, int index) {
     // A typed text that names no entry leaves the value as it was.
-    if (index >= 0) value = index;
-    markChanged();
+    store(
+        [&](model::RadioSettings& s) {
+            if (index >= 0) s.*value = index;
+        },
+        true);
 }
 
-void SettingsPage1::markChanged() {
-    // The page itself is already up to date: the notification is for the other views.
+void SettingsPage1::store(const std::function<void(model::RadioSettings&)>& change, bool edit) {
+    if (loading_) return;
+    // The page itself is already up to date: the announcement is for the other views.
     loading_ = true;
-    document_.notifySettings();
+    document_.changeSettings(change, edit ? model::Document::Mark::Edit : model::Document::Mark::Quiet);
     loading_ = false;
-    document_.setDataChanged(true);
 }
 
 void SettingsPage1::selectModel(int variant) {
     if (variant < 0 || variant >= int(opbModel_.size())) return;
-    document_.setModelVariant(variant);
-    document_.setDataChanged(true);
-    document_.RefreshMemoryGrid();
+    document_.chooseModelVariant(variant);
 }
 
 void SettingsPage1::setSpecialGrid(QWidget* grid) {
@@ -271,7 +265,7 @@ void SettingsPage1::setSpecialGrid(QWidget* grid) {
 }
 
 void SettingsPage1::reload() {
-    const auto& s = document_.settings;
+    const auto& s = document_.settings();
     loading_ = true;
     chkMosq_->setChecked(s.mosquitoRepel);
     chkSQL_->setChecked(s.sqlExternal);

@@ -125,33 +125,29 @@ void SettingsPage2::buildControls() {
 }
 
 void SettingsPage2::connectControls() {
-    auto& s = document_.settings;
-
-    const auto bindCombo = [this](QComboBox* box, int& value) {
+    using model::RadioSettings;
+    const auto bindCombo = [this](QComboBox* box, int RadioSettings::*value) {
         onComboEdits(
-            this, box, [this, &value](int index) { storeChoice(value, index); },
-            [this, &value](int index) { storeTyped(value, index); });
+            this, box, [this, value](int index) { storeChoice(value, index); },
+            [this, value](int index) { storeTyped(value, index); });
     };
-    bindCombo(cmbDWait_, s.dtmfWait);
-    bindCombo(cmbDFirst_, s.dtmfFirst);
-    bindCombo(cmbDBurst_, s.dtmfInterval);
+    bindCombo(cmbDWait_, &RadioSettings::dtmfWait);
+    bindCombo(cmbDFirst_, &RadioSettings::dtmfFirst);
+    bindCombo(cmbDBurst_, &RadioSettings::dtmfInterval);
 
-    const auto bindCheck = [this](QCheckBox* box, bool& value) {
-        connect(box, &QCheckBox::clicked, this, [this, &value](bool checked) {
-            value = checked;
-            markChanged();
-        });
+    const auto bindCheck = [this](QCheckBox* box, bool RadioSettings::*value) {
+        connect(box, &QCheckBox::clicked, this,
+                [this, value](bool checked) { store([&](RadioSettings& s) { s.*value = checked; }, true); });
     };
-    bindCheck(chkScanEn_, s.scanEnable);
-    bindCheck(chkPowerEn_, s.powerEnable);
-    bindCheck(chkLockEn_, s.lockEnable);
-    bindCheck(chkMoniEn_, s.monitorEnable);
-    bindCheck(chkToneEn_, s.toneEnable);
-    bindCheck(chkBurstEn_, s.burstEnable);
-    bindCheck(chkNameEn_, s.nameEnable);
+    bindCheck(chkScanEn_, &RadioSettings::scanEnable);
+    bindCheck(chkPowerEn_, &RadioSettings::powerEnable);
+    bindCheck(chkLockEn_, &RadioSettings::lockEnable);
+    bindCheck(chkMoniEn_, &RadioSettings::monitorEnable);
+    bindCheck(chkToneEn_, &RadioSettings::toneEnable);
+    bindCheck(chkBurstEn_, &RadioSettings::burstEnable);
+    bindCheck(chkNameEn_, &RadioSettings::nameEnable);
     connect(chkChannel_, &QCheckBox::clicked, this, [this](bool checked) {
-        document_.settings.channelMode = checked;
-        markChanged();
+        store([&](RadioSettings& s) { s.channelMode = checked; }, true);
         applyChannelModeEnabled();
     });
 
@@ -196,35 +192,31 @@ bool SettingsPage2::eventFilter(QObject* watched, QEvent* event) {
 
 void SettingsPage2::storeDialText(int box, const QString& text) {
     if (loading_) return;
-    document_.dialTexts[box] = text;
     loading_ = true;
-    document_.notifyDialTexts();
+    document_.setDialText(box, text, model::Document::Mark::Edit);
     loading_ = false;
-    document_.setDataChanged(true);
 }
 
-void SettingsPage2::storeChoice(int& value, int index) {
+void SettingsPage2::storeChoice(int model::RadioSettings::*value, int index) {
     // Choosing a list entry changes the value but does not count as an edit.
-    if (loading_) return;
-    value = index;
-    loading_ = true;
-    document_.notifySettings();
-    loading_ = false;
+    store([&](model::RadioSettings& s) { s.*value = index; }, false);
 }
 
-void SettingsPage2::storeTyped(int& value, int index) {
-    if (loading_) return;
+void SettingsPage2::storeTyped(int model::RadioSettings::*value, int index) {
     // A typed text that names no entry leaves the value as it was.
-    if (index >= 0) value = index;
-    markChanged();
+    store(
+        [&](model::RadioSettings& s) {
+            if (index >= 0) s.*value = index;
+        },
+        true);
 }
 
-void SettingsPage2::markChanged() {
-    // The page itself is already up to date: the notification is for the other views.
+void SettingsPage2::store(const std::function<void(model::RadioSettings&)>& change, bool edit) {
+    if (loading_) return;
+    // The page itself is already up to date: the announcement is for the other views.
     loading_ = true;
-    document_.notifySettings();
+    document_.changeSettings(change, edit ? model::Document::Mark::Edit : model::Document::Mark::Quiet);
     loading_ = false;
-    document_.setDataChanged(true);
 }
 
 void SettingsPage2::applyChannelModeEnabled() {
@@ -242,7 +234,7 @@ void SettingsPage2::reload() {
 }
 
 void SettingsPage2::reloadSettings() {
-    const auto& s = document_.settings;
+    const auto& s = document_.settings();
     loading_ = true;
     showComboIndex(cmbDWait_, s.dtmfWait);
     showComboIndex(cmbDFirst_, s.dtmfFirst);
@@ -262,7 +254,7 @@ void SettingsPage2::reloadSettings() {
 void SettingsPage2::reloadDialTexts() {
     loading_ = true;
     for (int k = 0; k < zq::model::kDialCount; ++k) {
-        if (txtDial_[k]->text() != document_.dialTexts[k]) txtDial_[k]->setText(document_.dialTexts[k]);
+        if (txtDial_[k]->text() != document_.dialTexts()[k]) txtDial_[k]->setText(document_.dialTexts()[k]);
     }
     loading_ = false;
 }

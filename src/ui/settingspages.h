@@ -3,8 +3,11 @@
 // Both show the document's working copy of the settings (and the dial texts) and write every user
 // edit straight back into it; they reload on the document's change signals without marking the
 // data as changed.
+#include "model/settingscodec.h"
+
 #include <QWidget>
 #include <array>
+#include <functional>
 
 class QButtonGroup;
 class QCheckBox;
@@ -54,9 +57,10 @@ Q_SIGNALS:
 private:
     void buildControls();
     void connectControls();
-    void markChanged();
-    void storeChoice(int& value, int index);
-    void storeTyped(int& value, int index);
+    void storeChoice(int model::RadioSettings::*value, int index);
+    void storeTyped(int model::RadioSettings::*value, int index);
+    // Stores a change of the user's; `edit` says whether it marks the data as changed.
+    void store(const std::function<void(model::RadioSettings&)>& change, bool edit);
 
     zq::model::Document& document_;
     bool loading_ = false;
@@ -112,9 +116,10 @@ protected:
 private:
     void buildControls();
     void connectControls();
-    void markChanged();
-    void storeChoice(int& value, int index);
-    void storeTyped(int& value, int index);
+    void storeChoice(int model::RadioSettings::*value, int index);
+    void storeTyped(int model::RadioSettings::*value, int index);
+    // Stores a change of the user's; `edit` says whether it marks the data as changed.
+    void store(const std::function<void(model::RadioSettings&)>& change, bool edit);
     void applyChannelModeEnabled();
     void reloadSettings();
     void reloadDialTexts();

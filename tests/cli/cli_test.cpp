@@ -22,7 +22,9 @@ protected:
         ASSERT_TRUE(files::ExportCsv(demo, path("demo.csv")).ok());
         demo.setModelVariant(model::VariantE);
         demo.setCloneCodeA(true);
-        demo.memory.set(2, model::ColName, QStringLiteral("OTHER"), 1);
+        demo.changeMemory(
+            2, 2, [](model::MemoryTable& m) { m.set(2, model::ColName, QStringLiteral("OTHER"), 1); },
+            model::Document::Mark::Edit);
         ASSERT_TRUE(files::SaveCloneFile(demo, path("other.318")).ok());
         const QByteArray bytes = ReadFile(path("demo.318"));
         WriteFile(path("badline.318"), QByteArray(bytes).remove(12 * 34 + 3, 1)); // line 13 is one short

@@ -37,13 +37,13 @@ TEST_F(CloneFileTest, SaveAndOpenGiveIdenticalData) {
 
     Document second;
     testdata::FillAllChannels(document);
-    document.dialTexts[4] = QString(32, QLatin1Char('1')); // exactly 32: no padding
+    document.setDialText(4, QString(32, QLatin1Char('1')), Document::Mark::Edit); // exactly 32: no padding
     ASSERT_TRUE(files::SaveCloneFile(document, path("a.318")).ok());
     second.setDataChanged(true);
     ASSERT_TRUE(files::OpenCloneFile(second, path("a.318")).ok());
     EXPECT_FALSE(second.DataChanged());
-    EXPECT_EQ(second.dialTexts, document.dialTexts);
-    EXPECT_TRUE(second.memory == document.memory);
+    EXPECT_EQ(second.dialTexts(), document.dialTexts());
+    EXPECT_TRUE(second.memory() == document.memory());
     ASSERT_TRUE(files::SaveCloneFile(second, path("b.318")).ok());
     EXPECT_EQ(ReadFile(path("b.318")), ReadFile(path("a.318")));
 }
@@ -51,8 +51,8 @@ TEST_F(CloneFileTest, SaveAndOpenGiveIdenticalData) {
 TEST_F(CloneFileTest, DialTextsLoseTrailingZAndLongOnesAreRejected) {
     const QByteArray bytes = ReadFile(kDemoFile).replace(9 * L, 32, "12" + QByteArray(30, 'Z'));
     ASSERT_TRUE(files::ApplyCloneImage(document, files::ParseCloneFile(bytes).image).ok());
-    EXPECT_EQ(document.dialTexts[0], QStringLiteral("12"));
-    document.dialTexts[2] = QString(33, QLatin1Char('5'));
+    EXPECT_EQ(document.dialTexts()[0], QStringLiteral("12"));
+    document.setDialText(2, QString(33, QLatin1Char('5')), Document::Mark::Edit);
     ASSERT_TRUE(files::SaveCloneFile(document, path("long.318")).ok());
     const Result rejected = files::ReadCloneFile(path("long.318")).result;
     EXPECT_EQ(rejected.outcome, Data);
@@ -94,8 +94,8 @@ TEST_P(BadCloneFile, OpenReportsItAndChangesNothing) {
     document.setCurrentFilePath(QStringLiteral("/somewhere/else.318"));
     document.setDataChanged(true);
     const auto state = [](const Document& d) {
-        return std::tuple(d.memory, d.special, d.settingsBlock, d.settings, d.dialTexts, d.CurrentFilePath(),
-                          d.DataChanged(), d.ModelVariant(), d.CloneCodeA());
+        return std::tuple(d.memory(), d.special(), d.settingsBlock(), d.settings(), d.dialTexts(),
+                          d.CurrentFilePath(), d.DataChanged(), d.ModelVariant(), d.CloneCodeA());
     };
     const auto before = state(document);
     const Result result = files::OpenCloneFile(document, path("bad.318"));
@@ -107,7 +107,7 @@ TEST_P(BadCloneFile, OpenReportsItAndChangesNothing) {
     const Result fatal = files::LoadCloneFile(startup, path("bad.318"));
     EXPECT_EQ(fatal.outcome, GetParam().outcome == Open ? Outcome::Fatal : GetParam().outcome);
     EXPECT_FALSE(fatal.message().isEmpty());
-    EXPECT_TRUE(startup.memory == Document().memory);
+    EXPECT_TRUE(startup.memory() == Document().memory());
     EXPECT_EQ(startup.ModelVariant(), GetParam().startupVariant);
 }
 
@@ -161,17 +161,19 @@ TEST_F(CloneFileTest, FailedSaveKeepsThePreviousFile) {
 
 TEST_F(CloneFileTest, NewDocumentClearsChannelsAndKeepsTheTemplateRow) {
     ASSERT_TRUE(files::LoadCloneFile(document, kDemoFile).ok());
-    document.memory.set(kTemplateRow, ColName, QStringLiteral("TMPL"), 1);
-    document.setDataChanged(true);
+    document.changeMemory(
+        kTemplateRow, kTemplateRow,
+        [](MemoryTable& memory) { memory.set(kTemplateRow, ColName, QStringLiteral("TMPL"), 1); },
+        Document::Mark::Edit);
     files::NewDocument(document);
     MemoryTable cleared; // rows 0..199 blank and not in use, the template row as it was
     for (int column = 0; column < kMemoryColumns; ++column)
-        cleared.set(kTemplateRow, column, document.memory.cell(kTemplateRow, column));
-    EXPECT_TRUE(document.memory == cleared);
-    EXPECT_EQ(document.memory.text(kTemplateRow, ColName), QStringLiteral("TMPL"));
-    EXPECT_EQ(document.settingsBlock, SettingsBlock{});
-    EXPECT_EQ(document.dialTexts, (std::array<QString, 9>{}));
-    EXPECT_EQ(document.special.text(kVfoRow, ColFrequency), QStringLiteral("145.0000"));
+        cleared.set(kTemplateRow, column, document.memory().cell(kTemplateRow, column));
+    EXPECT_TRUE(document.memory() == cleared);
+    EXPECT_EQ(document.memory().text(kTemplateRow, ColName), QStringLiteral("TMPL"));
+    EXPECT_EQ(document.settingsBlock(), SettingsBlock{});
+    EXPECT_EQ(document.dialTexts(), (std::array<QString, 9>{}));
+    EXPECT_EQ(document.special().text(kVfoRow, ColFrequency), QStringLiteral("145.0000"));
     EXPECT_FALSE(document.DataChanged());
 }
 

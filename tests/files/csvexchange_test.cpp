@@ -19,7 +19,8 @@ const QByteArray kHeading =
 TEST(CsvExport, HeadingSpecialRowsAndChannelsInUseAsTheyStand) {
     Document document;
     testdata::SetChannel(document, 7, {146.52, 2, 1, 12, 12, 0, 2, 0.6, 2, 0, 1, 1, 1, 0, 1}, "");
-    document.memory.setText(7, ColName, QStringLiteral("A\"B"));
+    document.changeMemory(
+        7, 7, [](MemoryTable& m) { m.setText(7, ColName, QStringLiteral("A\"B")); }, Document::Mark::Quiet);
     const QByteArray vfo = "\"5KHz\",\"None\",\"88.5Hz\",\"88.5Hz\",\"023\",\"None\",\"0.6000\",\"Lo\","
                            "\"------\",\"On\",\"Off\",\"Off\",\"No\",\"Off\"\r\n";
     EXPECT_EQ(
@@ -104,13 +105,13 @@ TEST_P(CsvImport, StoresWhatItCanPlace) {
     const ImportCase& c = GetParam();
     const Result result = files::ImportCsvData(document, c.csv);
     ASSERT_TRUE(result.ok()) << result.detail.toStdString();
-    EXPECT_EQ(document.memory.text(0, ColName), QStringLiteral("KEEP"));
+    EXPECT_EQ(document.memory().text(0, ColName), QStringLiteral("KEEP"));
     const QStringList stored = QString::fromLatin1(c.stored).split(QLatin1Char(' '));
     for (int channel = 1; channel < kChannelCount; ++channel)
-        EXPECT_EQ(document.memory.ChannelInUse(channel), stored.contains(QString::number(channel)))
+        EXPECT_EQ(document.memory().ChannelInUse(channel), stored.contains(QString::number(channel)))
             << channel;
     for (const Expected& e : c.cells) {
-        const Cell& cell = document.memory.cell(e.row, e.column);
+        const Cell& cell = document.memory().cell(e.row, e.column);
         if (e.text) {
             EXPECT_EQ(cell.text, QLatin1String(e.text)) << e.row << "/" << e.column;
         }
@@ -126,20 +127,20 @@ TEST_F(CsvImport, SpecialRowsTakeThirteenColumnsAndRptLosesItsTexts) {
                                                    rec("RPT", {{1, "VFO"}, {3, "146.0"}, {5, "TSQ"}}) +
                                                    rec("vfo", {{1, "VFO"}}))
                     .ok());
-    EXPECT_EQ(document.memory.text(0, ColName), QStringLiteral("KEEP"));
-    EXPECT_EQ(document.special.cell(kVfoRow, ColFrequency), (Cell{QStringLiteral("144.3900"), 144.39}));
-    EXPECT_EQ(document.special.cell(kVfoRow, ColName), Cell{});
+    EXPECT_EQ(document.memory().text(0, ColName), QStringLiteral("KEEP"));
+    EXPECT_EQ(document.special().cell(kVfoRow, ColFrequency), (Cell{QStringLiteral("144.3900"), 144.39}));
+    EXPECT_EQ(document.special().cell(kVfoRow, ColName), Cell{});
     for (int column = 0; column <= ColBclo; ++column)
-        EXPECT_TRUE(document.special.text(kRptRow, column).isEmpty()) << column;
-    EXPECT_EQ(document.special.number(kRptRow, ColTone), 3);
+        EXPECT_TRUE(document.special().text(kRptRow, column).isEmpty()) << column;
+    EXPECT_EQ(document.special().number(kRptRow, ColTone), 3);
 }
 
 TEST_F(CsvImport, RecordCutShortIsFatalAndKeepsEarlierRecords) {
     const Result result = files::ImportCsvData(document, kHeading + rec("1") + rec("2").left(40));
     EXPECT_EQ(result.outcome, Outcome::Fatal);
     EXPECT_FALSE(result.message().isEmpty());
-    EXPECT_TRUE(document.memory.ChannelInUse(1));
-    EXPECT_FALSE(document.memory.ChannelInUse(2));
+    EXPECT_TRUE(document.memory().ChannelInUse(1));
+    EXPECT_FALSE(document.memory().ChannelInUse(2));
 }
 
 TEST(CsvRoundTrip, ExportKeepsTheBareNameAndImportReproducesTheChannels) {
@@ -155,15 +156,15 @@ TEST(CsvRoundTrip, ExportKeepsTheBareNameAndImportReproducesTheChannels) {
     files::NewDocument(target);
     ASSERT_TRUE(files::ImportCsv(target, dir.filePath(QStringLiteral("all.csv"))).ok());
     for (int c = 0; c < kChannelCount; ++c) {
-        ASSERT_TRUE(target.memory.ChannelInUse(c));
+        ASSERT_TRUE(target.memory().ChannelInUse(c));
         for (int column : {ColFrequency, ColStep, ColTone, ColTxTone, ColRxTone, ColDcs, ColShift, ColOffset,
                            ColClock, ColName, ColSkip})
-            EXPECT_EQ(target.memory.cell(c, column), source.memory.cell(c, column)) << c << "/" << column;
-        EXPECT_EQ(target.memory.number(c, ColBclo) != 0, source.memory.number(c, ColBclo) != 0);
+            EXPECT_EQ(target.memory().cell(c, column), source.memory().cell(c, column)) << c << "/" << column;
+        EXPECT_EQ(target.memory().number(c, ColBclo) != 0, source.memory().number(c, ColBclo) != 0);
     }
     for (int column : {ColFrequency, ColStep, ColTone, ColTxTone, ColRxTone, ColDcs, ColShift, ColOffset,
                        ColClock, ColBclo})
-        EXPECT_EQ(target.special.cell(kCallRow, column), source.special.cell(kCallRow, column)) << column;
+        EXPECT_EQ(target.special().cell(kCallRow, column), source.special().cell(kCallRow, column)) << column;
 }
 
 } // namespace

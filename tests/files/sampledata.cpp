@@ -10,14 +10,19 @@ namespace zq::testdata {
 using namespace model;
 
 void SetChannel(Document& document, int channel, const std::array<double, 15>& numbers, const char* name) {
-    MemoryTable& memory = document.memory;
-    memory.setChannelInUse(channel, true);
-    for (int column = 0; column < kMemoryColumns; ++column)
-        if (column != ColBlank) memory.set(channel, column, QString(), numbers[column]);
-    memory.set(channel, ColName, QString::fromLatin1(name), 0);
-    // Round through the codec so that the text cells read as after a load.
-    DecodeChannelRecord(
-        memory, EncodeChannelFirstHalf(memory, channel) + EncodeChannelSecondHalf(memory, channel), channel);
+    document.changeMemory(
+        channel, channel,
+        [&](MemoryTable& memory) {
+            memory.setChannelInUse(channel, true);
+            for (int column = 0; column < kMemoryColumns; ++column)
+                if (column != ColBlank) memory.set(channel, column, QString(), numbers[column]);
+            memory.set(channel, ColName, QString::fromLatin1(name), 0);
+            // Round through the codec so that the text cells read as after a load.
+            DecodeChannelRecord(
+                memory, EncodeChannelFirstHalf(memory, channel) + EncodeChannelSecondHalf(memory, channel),
+                channel);
+        },
+        Document::Mark::Quiet);
 }
 
 void FillAllChannels(Document& document) {

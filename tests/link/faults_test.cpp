@@ -60,19 +60,21 @@ TEST_P(FaultTest, StopsAtOnceAndKeepsWhatCameBefore) {
 
     const int done = c.progress;
     if (c.transfer == Transfer::ReadMemory) {
-        const MemoryTable expected = DecodeRadioChannels(radio, before.memory);
+        const MemoryTable expected = DecodeRadioChannels(radio, before.memory());
         const int stop = c.outcome == Outcome::Done ? kChannelCount : done;
         for (int n = 0; n < kMemoryRows; ++n)
-            EXPECT_TRUE(n == stop || SameRow(document.memory, n < stop ? expected : before.memory, n)) << n;
+            EXPECT_TRUE(n == stop || SameRow(document.memory(), n < stop ? expected : before.memory(), n))
+                << n;
     } else if (c.transfer == Transfer::ReadSettings) {
-        const SettingsBlock& kept = before.settingsBlock;
-        EXPECT_EQ(document.settingsBlock, (SettingsBlock{done >= 1 ? radio.blockHex(0xE0) : kept.halfA,
-                                                         done >= 2 ? radio.blockHex(0xF0) : kept.halfB}));
+        const SettingsBlock& kept = before.settingsBlock();
+        EXPECT_EQ(document.settingsBlock(), (SettingsBlock{done >= 1 ? radio.blockHex(0xE0) : kept.halfA,
+                                                           done >= 2 ? radio.blockHex(0xF0) : kept.halfB}));
         for (int row = 0; row < 2; ++row) // a record read is decoded (a garbled one only partly)
-            EXPECT_TRUE(done >= 4 + 2 * row || SameRow(document.special, before.special, row)) << row;
+            EXPECT_TRUE(done >= 4 + 2 * row || SameRow(document.special(), before.special(), row)) << row;
         for (int k = 0; k < kDialCount; ++k)
-            EXPECT_EQ(document.dialTexts[k],
-                      k < done - 6 ? UpDateDialData(radio.blockHex(0x1F00 + 0x10 * k)) : before.dialTexts[k]);
+            EXPECT_EQ(document.dialTexts()[k], k < done - 6
+                                                   ? UpDateDialData(radio.blockHex(0x1F00 + 0x10 * k))
+                                                   : before.dialTexts()[k]);
     } else if (c.transfer == Transfer::AutoSelect) { // once the identity is read the choice stands
         const bool detected = done != VariantA;
         EXPECT_EQ(document.ModelVariant(), done);
@@ -81,7 +83,7 @@ TEST_P(FaultTest, StopsAtOnceAndKeepsWhatCameBefore) {
         EXPECT_EQ(redraws, detected ? 1 : 0);
         EXPECT_EQ(radio.commands(), QStringList({"ZQ318", "KV~F0000R", "KV~E"}).mid(0, detected ? 3 : 2));
     }
-    EXPECT_TRUE(c.transfer == Transfer::ReadMemory || document.memory == before.memory);
+    EXPECT_TRUE(c.transfer == Transfer::ReadMemory || document.memory() == before.memory());
 }
 
 using enum Transfer;

@@ -14,8 +14,9 @@ namespace linktest {
 
 void FillSampleDocument(Document& document) {
     static const int toneModes[] = {0, 1, 3, 12};
+    Contents sample = document.contents();
     for (int n = 0; n < kChannelCount; ++n) {
-        document.memory.setChannelInUse(n, n % 4 != 3);
+        sample.memory.setChannelInUse(n, n % 4 != 3);
         // In column order from the frequency to BCLO; the blank column stays as it is.
         // clang-format off
         const double values[] = {136.0 + n * 0.1875, double(n % 2 ? 2 : 0), double(toneModes[n % 4]),
@@ -23,22 +24,23 @@ void FillSampleDocument(Document& document) {
             0.6 + (n % 7) * 0.1, double(n % 3), 0, double(n % 3), double(n % 2), double((n / 2) % 2)};
         // clang-format on
         for (int column = ColFrequency; column <= ColBclo; ++column)
-            if (column != ColBlank) document.memory.set(n, column, QString(), values[column]);
+            if (column != ColBlank) sample.memory.set(n, column, QString(), values[column]);
         const QString name = n % 2 ? QStringLiteral("CH%1").arg(n) : QString();
-        document.memory.set(n, ColName, name, name.isEmpty() ? 0 : 1);
-        document.memory.set(n, ColSkip, QString(), n % 5 == 0 ? 1 : 0);
+        sample.memory.set(n, ColName, name, name.isEmpty() ? 0 : 1);
+        sample.memory.set(n, ColSkip, QString(), n % 5 == 0 ? 1 : 0);
     }
-    SpecialTable& special = document.special;
+    SpecialTable& special = sample.special;
     LoadSpecialDefaults(special, VariantT);
     special.set(kVfoRow, ColFrequency, QStringLiteral("146.5200"), 146.52);
     special.set(kVfoRow, ColTone, QStringLiteral("TSQ"), 3);
     special.set(kCallRow, ColFrequency, QStringLiteral("145.5000"), 145.5);
     special.set(kRptRow, ColOffset, QString(), 1.6);
     // clang-format off
-    document.settings = RadioSettings{.volume = 14, .squelch = 3, .dtmfWait = 2, .timeOutTimer = 9, .keyLock = true,
+    sample.settings = RadioSettings{.volume = 14, .squelch = 3, .dtmfWait = 2, .timeOutTimer = 9, .keyLock = true,
                                       .beep = true, .lamp = 1, .scanEnable = true, .nameEnable = true, .batteryType = 1};
     // clang-format on
-    document.dialTexts = {"123#", "*0A", "", "555-1212", "D", "0123456789ABCD*#", "", "9", "ABCD"};
+    sample.dialTexts = {"123#", "*0A", "", "555-1212", "D", "0123456789ABCD*#", "", "9", "ABCD"};
+    document.replaceContents(sample);
 }
 
 void FillSampleRadio(zq::radio::VirtualRadio& radio) {

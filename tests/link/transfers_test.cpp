@@ -38,9 +38,14 @@ TEST_F(TransferTest, WriteAllThenReadAllCarriesEverything) {
     const AllResult written = WriteAll(link, document, report);
     EXPECT_TRUE(written.settings.ok() && written.memory.ok() && written.first().ok());
     Document copy;
-    copy.special.set(kRptRow, ColFrequency, QStringLiteral("145.0000"), 145.0);
-    copy.special.set(kRptRow, ColPower, QStringLiteral("High"), 2);
-    const SpecialTable before = copy.special;
+    copy.changeSpecial(
+        kRptRow, kRptRow,
+        [](SpecialTable& s) {
+            s.set(kRptRow, ColFrequency, QStringLiteral("145.0000"), 145.0);
+            s.set(kRptRow, ColPower, QStringLiteral("High"), 2);
+        },
+        Document::Mark::Quiet);
+    const SpecialTable before = copy.special();
     QObject::connect(&copy, &Document::dialTextsChanged, [&] { notified << -1; });
     QObject::connect(&copy, &Document::memoryRowsChanged,
                      [&](int first, int last) { notified << (first == last ? first : -2); });
@@ -70,7 +75,7 @@ TEST_F(TransferTest, WriteAllThenReadAllCarriesEverything) {
     // What the read brings in is checked block by block through zq318's copy between two radios. The repeater
     // record is not read: its numbers stay, its texts are blanked but for columns 2 to 7.
     for (int c = 0; c < SpecialTable::columns; ++c)
-        EXPECT_EQ(copy.special.cell(kRptRow, c),
+        EXPECT_EQ(copy.special().cell(kRptRow, c),
                   (Cell{c >= 2 && c <= 7 ? before.text(kRptRow, c) : QString(), before.number(kRptRow, c)}));
 }
 
@@ -104,7 +109,7 @@ TEST_F(TransferTest, ServiceReadShowsRawReply) {
 // The memory write and the service panel have no error trap of their own.
 TEST_F(TransferTest, PortThatDoesNotExist) {
     link.setPortName(QStringLiteral("/dev/zq318-no-such-port"));
-    const MemoryTable memory = document.memory;
+    const MemoryTable memory = document.memory();
     const std::pair<Transfer, Outcome> cases[] = {
         {Transfer::ReadMemory, Outcome::ComPortError},    {Transfer::ReadSettings, Outcome::ComPortError},
         {Transfer::WriteSettings, Outcome::ComPortError}, {Transfer::AutoSelect, Outcome::ComPortError},
@@ -114,7 +119,7 @@ TEST_F(TransferTest, PortThatDoesNotExist) {
         EXPECT_EQ(result.outcome, outcome) << int(transfer);
         EXPECT_TRUE(result.detail.contains(QStringLiteral("zq318-no-such-port")))
             << result.detail.toStdString();
-        EXPECT_EQ(document.memory, memory);
+        EXPECT_EQ(document.memory(), memory);
     }
 }
 

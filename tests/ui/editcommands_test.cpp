@@ -52,8 +52,9 @@ protected:
         ASSERT_TRUE(load().ok());
         find<QTabWidget>("TabStrip1")->setCurrentIndex(2);
         window->show();
-        doc().memory = numberedTable();
-        doc().RefreshMemoryGrid();
+        doc().changeMemory(
+            0, model::kChannelCount - 1, [](model::MemoryTable& m) { m = numberedTable(); },
+            model::Document::Mark::Quiet);
     }
 };
 
@@ -69,12 +70,12 @@ TEST_P(EditCommand, AsksThenEditsTheCurrentRow) {
                                   MessageButtons::OkCancel, MessageIcon::Warning, MessageAnswer::Cancel}));
     }
     EXPECT_EQ(doc().DataChanged(), c.answer == MessageAnswer::Ok);
-    EXPECT_EQ(doc().memory == numberedTable(), c.answer == MessageAnswer::Cancel);
+    EXPECT_EQ(doc().memory() == numberedTable(), c.answer == MessageAnswer::Cancel);
     for (const QString& expected : QString::fromUtf8(c.probes).split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
         const QStringList parts = expected.split(QLatin1Char('='));
-        EXPECT_EQ(probe(doc().memory, parts[0]), parts[1]) << parts[0].toStdString();
+        EXPECT_EQ(probe(doc().memory(), parts[0]), parts[1]) << parts[0].toStdString();
     }
-    EXPECT_EQ(probe(doc().memory, QStringLiteral("200:0")), QStringLiteral("F200.0"));
+    EXPECT_EQ(probe(doc().memory(), QStringLiteral("200:0")), QStringLiteral("F200.0"));
 }
 
 const char* const kDelete = "Delete cannot be undone.\r\nAre you sure that you want to do the delete?";

@@ -20,9 +20,13 @@ protected:
     }
     // One channel edited so that saves and loads can be told apart.
     void editChannel(int row, const QString& name) {
-        doc().memory.set(row, model::ColName, name, 0);
-        doc().memory.setChannelInUse(row, true);
-        doc().setDataChanged(true);
+        doc().changeMemory(
+            row, row,
+            [&](model::MemoryTable& m) {
+                m.set(row, model::ColName, name, 0);
+                m.setChannelInUse(row, true);
+            },
+            model::Document::Mark::Edit);
     }
     void trigger(const char* name) { find<QAction>(name)->trigger(); }
 };

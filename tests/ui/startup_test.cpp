@@ -44,8 +44,8 @@ TEST_F(Startup, WithoutAFileShowsTheStartUpDataAndReadsThePortFile) {
     ASSERT_TRUE(load().ok());
     EXPECT_TRUE(boxes.shown.isEmpty());
     EXPECT_EQ(window->size(), QSize(680, 527));
-    EXPECT_FALSE(doc().special.text(0, 0).isEmpty()); // the VFO row is shown
-    EXPECT_EQ(window->specialGrid()->model()->index(0, 0).data().toString(), doc().special.text(0, 0));
+    EXPECT_FALSE(doc().special().text(0, 0).isEmpty()); // the VFO row is shown
+    EXPECT_EQ(window->specialGrid()->model()->index(0, 0).data().toString(), doc().special().text(0, 0));
     EXPECT_EQ(find<QTabWidget>("TabStrip1")->currentIndex(), 0);
 
     test::WriteFile(portFile(), "14\r\n");
@@ -73,7 +73,7 @@ TEST_F(Startup, CommandLineFileIsLoadedWithItsVariantOrRejected) {
     EXPECT_EQ(window->windowTitle(), QStringLiteral("mydata.318 - Korvex ZQ-318 Clone Utility"));
     EXPECT_EQ(doc().ModelVariant(), 1);
     EXPECT_FALSE(doc().DataChanged());
-    EXPECT_EQ(memoryCell(1, 1), doc().memory.text(0, 0));
+    EXPECT_EQ(memoryCell(1, 1), doc().memory().text(0, 0));
     EXPECT_FALSE(memoryCell(1, 1).isEmpty());
 
     ASSERT_TRUE(load(demoCopy("bad.318", model::HeaderLine(2, false), true)).ok()); // and goes on

@@ -62,7 +62,7 @@ TEST_F(WindowTransfers, AutoSelectAndReadSettingsFillTheWindowThatStaysOpenMeanw
     expectIdle();
 
     click("cmbRxData2"); // the second button only calls the first one's handler
-    EXPECT_EQ(doc().settings.volume, 12);
+    EXPECT_EQ(doc().settings().volume, 12);
     EXPECT_EQ(find<QLineEdit>("txtDial_3")->text(), QStringLiteral("123#"));
     expectIdle();
 

@@ -47,16 +47,26 @@ protected:
         ASSERT_TRUE(QTest::qWaitForWindowActive(&dlg));
     }
     void putInUse(int row, const QString& frequency) {
-        doc.memory.set(row, ColFrequency, frequency, frequency.left(8).toDouble());
-        doc.memory.setChannelInUse(row, true);
+        editMemory([&](MemoryTable& m) {
+            m.set(row, ColFrequency, frequency, frequency.left(8).toDouble());
+            m.setChannelInUse(row, true);
+        });
+    }
+    void editMemory(const std::function<void(MemoryTable&)>& change) {
+        doc.changeMemory(0, kChannelCount - 1, change, Document::Mark::Quiet);
+    }
+    void editSpecial(const std::function<void(SpecialTable&)>& change) {
+        doc.changeSpecial(kVfoRow, kRptRow, change, Document::Mark::Quiet);
     }
 };
 
 TEST_F(ModifyDialogTest, OpeningsSetCaptionsFrequencyBoxesAndFocus) {
     doc.setModelVariant(VariantE);
     putInUse(12, QStringLiteral("144.5000"));
-    doc.special.set(kVfoRow, ColFrequency, QStringLiteral("146.5250"), 146.525);
-    doc.special.set(kCallRow, ColFrequency, QStringLiteral("144.0100"), 144.01);
+    editSpecial([](SpecialTable& s) {
+        s.set(kVfoRow, ColFrequency, QStringLiteral("146.5250"), 146.525);
+        s.set(kCallRow, ColFrequency, QStringLiteral("144.0100"), 144.01);
+    });
     const std::tuple<int, const char*, const char*, const char*> rows[] = {
         {kVfoRow, "Modify VFO Parameters", "VFO", "146|5250"},
         {kCallRow, "Modify Call Channel Parameters", "Call", "144|0100"},
@@ -88,14 +98,16 @@ TEST_F(ModifyDialogTest, OpeningsSetCaptionsFrequencyBoxesAndFocus) {
 }
 
 TEST_F(ModifyDialogTest, ControlsShowTheRowAndOkWritesItBack) {
-    QSignalSpy rows(&doc, &Document::memoryRowsChanged);
     const QStringList texts =
         QStringLiteral("147.1250*|12.5KHz|TSQ|250.3Hz|100.0Hz|754|+Shift|0.6000|Mid||on2|On|On|AB(1|")
             .split(QLatin1Char('|'));
     double numbers[kMemoryColumns] = {147.125, 2, 3, 38, 12, 103, 2, 0.6, 1, 0, 2, 1, 5, 1, 1};
-    for (int column = 0; column < kMemoryColumns; ++column)
-        doc.memory.set(7, column, texts[column], numbers[column]);
-    doc.memory.setChannelInUse(7, true);
+    editMemory([&](MemoryTable& m) {
+        for (int column = 0; column < kMemoryColumns; ++column)
+            m.set(7, column, texts[column], numbers[column]);
+        m.setChannelInUse(7, true);
+    });
+    QSignalSpy rows(&doc, &Document::memoryRowsChanged);
     dlg.prepareMemoryChannel(7);
     EXPECT_EQ(box("txtFreq")->text() + '.' + box("txtFreq2")->text(), QStringLiteral("147.1250"));
     EXPECT_EQ(box("txtShift")->text() + '.' + box("txtShift2")->text(), QStringLiteral("00.6000"));
@@ -110,8 +122,8 @@ TEST_F(ModifyDialogTest, ControlsShowTheRowAndOkWritesItBack) {
         QStringLiteral("147.1250*|12.5KHz|TSQ|250.3Hz|100.0Hz|754|+Shift|0.6000|Mid|------|On2|On|On|AB(1|")
             .split(QLatin1Char('|'));
     for (int column = 0; column < kMemoryColumns; ++column) {
-        EXPECT_EQ(doc.memory.text(7, column), written[column]) << column;
-        EXPECT_NEAR(doc.memory.number(7, column), numbers[column], 1e-9) << column;
+        EXPECT_EQ(doc.memory().text(7, column), written[column]) << column;
+        EXPECT_NEAR(doc.memory().number(7, column), numbers[column], 1e-9) << column;
     }
     EXPECT_TRUE(doc.DataChanged());
     ASSERT_EQ(rows.count(), 1);
@@ -120,8 +132,10 @@ TEST_F(ModifyDialogTest, ControlsShowTheRowAndOkWritesItBack) {
 }
 
 TEST_F(ModifyDialogTest, EmptyChannelTakesTheTemplateUnlessHoldIsTicked) {
-    doc.memory.set(kTemplateRow, ColName, QStringLiteral("TMPL"), 1);
-    doc.memory.set(6, ColFrequency, QStringLiteral("161.0000"), 161.0);
+    editMemory([](MemoryTable& m) {
+        m.set(kTemplateRow, ColName, QStringLiteral("TMPL"), 1);
+        m.set(6, ColFrequency, QStringLiteral("161.0000"), 161.0);
+    });
     dlg.prepareMemoryChannel(9);
     check("chkHold")->setChecked(true);
     dlg.reject();
@@ -135,8 +149,8 @@ TEST_F(ModifyDialogTest, EmptyChannelTakesTheTemplateUnlessHoldIsTicked) {
     // Cancel keeps the copied cells but the channel stays empty.
     dlg.reject();
     for (int column = 0; column < kMemoryColumns; ++column)
-        EXPECT_EQ(doc.memory.cell(5, column), doc.memory.cell(kTemplateRow, column)) << column;
-    EXPECT_FALSE(doc.memory.ChannelInUse(5));
+        EXPECT_EQ(doc.memory().cell(5, column), doc.memory().cell(kTemplateRow, column)) << column;
+    EXPECT_FALSE(doc.memory().ChannelInUse(5));
     EXPECT_FALSE(doc.DataChanged());
 }
 
@@ -172,8 +186,8 @@ TEST_F(ModifyDialogTest, FrequencyAndShiftRunOnIntoTheirFractionsAndEnterStillCo
     freq2->setText(QStringLiteral("013"));
     QTest::keyClick(freq2, Qt::Key_Return);
     EXPECT_FALSE(dlg.isVisible());
-    EXPECT_EQ(doc.memory.text(0, ColFrequency), QStringLiteral("145.0125"));
-    EXPECT_EQ(doc.memory.text(0, ColStep), QStringLiteral("12.5KHz"));
+    EXPECT_EQ(doc.memory().text(0, ColFrequency), QStringLiteral("145.0125"));
+    EXPECT_EQ(doc.memory().text(0, ColStep), QStringLiteral("12.5KHz"));
 }
 
 TEST_F(ModifyDialogTest, KeyFiltersOfTheNumericBoxesAndTheName) {
@@ -218,7 +232,7 @@ TEST_P(LeavingAField, CorrectsIt) {
     const LeaveCase& c = GetParam();
     doc.setModelVariant(c.variant);
     doc.setCloneCodeA(c.cloneCodeA);
-    doc.special.set(kVfoRow, ColFrequency, QStringLiteral("146.5000"), 146.5);
+    editSpecial([](SpecialTable& s) { s.set(kVfoRow, ColFrequency, QStringLiteral("146.5000"), 146.5); });
     if (c.mode == 1) putInUse(3, QStringLiteral("150.0000*"));
     if (c.mode == 2)
         dlg.prepareSpecialRow(kVfoRow);
@@ -267,30 +281,32 @@ TEST_F(ModifyDialogTest, TickedOptionBecomesTextAndCode) {
                  {"optTone", 3, ColTone, "DCS", 12},    {"optSift", 0, ColShift, "None", 0},
                  {"optSift", 1, ColShift, "-Shift", 1}, {"optATT", 0, ColPower, "Low", 0},
                  {"optBs", 0, ColBsv, "Off", 0},        {"optBs", 1, ColBsv, "On1", 1}};
-    doc.memory.set(kTemplateRow, ColStep, QStringLiteral("odd"), 11); // ticks no step: kept
+    editMemory([](MemoryTable& m) {
+        m.set(kTemplateRow, ColStep, QStringLiteral("odd"), 11);
+    }); // ticks no step: kept
     for (const auto& c : cases) {
         SCOPED_TRACE(std::string(c.array) + '_' + std::to_string(c.index));
-        doc.memory.setChannelInUse(1, false);
+        editMemory([](MemoryTable& m) { m.setChannelInUse(1, false); });
         dlg.prepareMemoryChannel(1);
         option(c.array, c.index)->setChecked(true);
         dlg.accept();
-        EXPECT_EQ(doc.memory.cell(1, c.column), (Cell{QLatin1String(c.text), c.number}));
-        EXPECT_TRUE(doc.memory.ChannelInUse(1));
-        EXPECT_EQ(doc.memory.cell(1, ColStep), (Cell{QStringLiteral("odd"), 11}));
+        EXPECT_EQ(doc.memory().cell(1, c.column), (Cell{QLatin1String(c.text), c.number}));
+        EXPECT_TRUE(doc.memory().ChannelInUse(1));
+        EXPECT_EQ(doc.memory().cell(1, ColStep), (Cell{QStringLiteral("odd"), 11}));
     }
 }
 
 TEST_F(ModifyDialogTest, OkOnTheVfoRowWritesItAndBlanksTheRepeaterRowTexts) {
+    editSpecial([](SpecialTable& s) { s.setText(kRptRow, ColPower, QStringLiteral("stale")); });
     QSignalSpy rows(&doc, &Document::specialRowsChanged);
-    doc.special.setText(kRptRow, ColPower, QStringLiteral("stale"));
     dlg.prepareSpecialRow(kVfoRow);
     box("txtFreq")->setText(QStringLiteral("147"));
     box("txtFreq2")->setText(QStringLiteral("0250"));
     option("optATT", 2)->setChecked(true);
     dlg.accept();
-    EXPECT_EQ(doc.special.cell(kVfoRow, ColFrequency), (Cell{QStringLiteral("147.0250"), 147.025}));
-    EXPECT_EQ(doc.special.cell(kVfoRow, ColPower), (Cell{QStringLiteral("High"), 2}));
-    EXPECT_EQ(doc.special.text(kRptRow, ColPower), QString());
+    EXPECT_EQ(doc.special().cell(kVfoRow, ColFrequency), (Cell{QStringLiteral("147.0250"), 147.025}));
+    EXPECT_EQ(doc.special().cell(kVfoRow, ColPower), (Cell{QStringLiteral("High"), 2}));
+    EXPECT_EQ(doc.special().text(kRptRow, ColPower), QString());
     EXPECT_TRUE(doc.DataChanged());
     ASSERT_EQ(rows.count(), 1);
     EXPECT_EQ(rows.at(0).at(0).toInt(), kVfoRow);

@@ -48,8 +48,8 @@ protected:
         return find<QLabel>(QLatin1String(name))->text();
     }
     void load(const char* halfA, const char* halfB) {
-        doc.settingsBlock.halfA = QString::fromLatin1(halfA).remove(QLatin1Char(' '));
-        doc.settingsBlock.halfB = QString::fromLatin1(halfB).remove(QLatin1Char(' '));
+        doc.setSettingsHalf(0, QString::fromLatin1(halfA).remove(QLatin1Char(' ')));
+        doc.setSettingsHalf(1, QString::fromLatin1(halfB).remove(QLatin1Char(' ')));
         doc.applySettingsBlock();
     }
     Document doc;
@@ -68,8 +68,7 @@ TEST_F(Pages, AppliedBlockShowsInEveryControl) {
         {"chkLockEn", "ticked"},  {"chkMoniEn", "clear"},    {"chkToneEn", "ticked"}, {"chkBurstEn", "clear"},
         {"chkNameEn", "ticked"},  {"cmbBat", "[Li-ion]"},    {"chkCharge", "ticked"},
     };
-    doc.dialTexts[8] = QStringLiteral("8D#");
-    doc.notifyDialTexts();
+    doc.setDialText(8, QStringLiteral("8D#"), Document::Mark::Quiet);
     for (const auto& [name, text] : expected)
         EXPECT_EQ(shown(name), QString::fromLatin1(text)) << name;
     EXPECT_EQ(dialBox(8)->text(), QStringLiteral("8D#"));
@@ -124,12 +123,12 @@ TEST_F(Pages, EachEditStoresItsByteAndMarksOnlyWhereItShould) {
         }
         EXPECT_EQ(doc.DataChanged(), e.marks);
         doc.buildSettingsBlock();
-        const QString& half = e.half == 'A' ? doc.settingsBlock.halfA : doc.settingsBlock.halfB;
+        const QString& half = e.half == 'A' ? doc.settingsBlock().halfA : doc.settingsBlock().halfB;
         if (e.half) {
             EXPECT_EQ(half.mid(2 * e.byte, 2), QLatin1String(e.expected));
         }
     }
-    EXPECT_TRUE(doc.settings.mosquitoRepel && doc.settings.sqlExternal);
+    EXPECT_TRUE(doc.settings().mosquitoRepel && doc.settings().sqlExternal);
 }
 
 TEST_F(Pages, SliderLabelFollowsTheDragAndOnlyTheReleaseStoresAndMarks) {
@@ -137,10 +136,10 @@ TEST_F(Pages, SliderLabelFollowsTheDragAndOnlyTheReleaseStoresAndMarks) {
     slider->setSliderDown(true);
     slider->setSliderPosition(9);
     EXPECT_EQ(shown("lblVol"), QStringLiteral("9"));
-    EXPECT_EQ(doc.settings.volume, 0);
+    EXPECT_EQ(doc.settings().volume, 0);
     EXPECT_FALSE(doc.DataChanged());
     slider->setSliderDown(false);
-    EXPECT_EQ(doc.settings.volume, 9);
+    EXPECT_EQ(doc.settings().volume, 9);
     EXPECT_TRUE(doc.DataChanged());
 }
 
@@ -194,14 +193,14 @@ TEST_F(Pages, DialBoxTakesOnlyDialCharactersUpperCasedUpToSixteenAndEnterMovesOn
         doc.setDataChanged(false);
         QTest::keyClicks(box, QLatin1String(typed));
         EXPECT_EQ(box->text(), QLatin1String(kept)) << typed;
-        EXPECT_EQ(doc.dialTexts[3], QLatin1String(kept)) << typed;
+        EXPECT_EQ(doc.dialTexts()[3], QLatin1String(kept)) << typed;
         EXPECT_EQ(doc.DataChanged(), *kept != 0) << typed;
     }
     // A paste passes the filter unchanged.
     QApplication::clipboard()->setText(QStringLiteral("1bE#"));
     box->clear();
     QTest::keyClick(box, Qt::Key_V, Qt::ControlModifier);
-    EXPECT_EQ(doc.dialTexts[3], QStringLiteral("1bE#"));
+    EXPECT_EQ(doc.dialTexts()[3], QStringLiteral("1bE#"));
 
     doc.setDataChanged(false);
     for (const auto& [from, key, to] : {std::tuple{0, Qt::Key_Return, 1}, {8, Qt::Key_Enter, 0}}) {
