@@ -44,6 +44,18 @@ SerialLink::SerialLink(QObject* parent) : QObject(parent), port_(new QSerialPort
 
 SerialLink::~SerialLink() = default;
 
+void SerialLink::setTransport(QIODevice* device) {
+    transport_ = device;
+}
+
+QIODevice* SerialLink::io() const {
+    return transport_ ? transport_ : static_cast<QIODevice*>(port_);
+}
+
+void SerialLink::notify(LinkEvent::Kind kind, const QString& text, int ms) const {
+    if (observer_) observer_(LinkEvent{kind, text, ms});
+}
+
 void SerialLink::setPortName(const QString& device) {
     device_ = device;
     port_->setPortName(device);
@@ -54,6 +66,11 @@ QString SerialLink::portName() const {
 }
 
 Result SerialLink::open() {
+    if (transport_) {
+        if (!transport_->isOpen())
+            return Result::fail(Outcome::ComPortError, QStringLiteral("transport closed"));
+        return Result::done();
+    }
     if (port_->isOpen()) return Result::done();
     port_->clearError();
     if (device_.isEmpty())
@@ -61,6 +78,7 @@ Result SerialLink::open() {
     if (!port_->open(QIODevice::ReadWrite)) {
         const QString why = port_->errorString();
         port_->clearError();
+        notify(LinkEvent::Kind::OpenFailed, QStringLiteral("%1: %2").arg(device_, why));
         return Result::fail(Outcome::ComPortError, QStringLiteral("cannot open %1: %2").arg(device_, why));
     }
     const bool lineSet = port_->setBaudRate(QSerialPort::Baud9600) &&
@@ -71,6 +89,7 @@ Result SerialLink::open() {
         const QString why = port_->errorString();
         port_->close();
         port_->clearError();
+        notify(LinkEvent::Kind::OpenFailed, QStringLiteral("%1: %2").arg(device_, why));
         return Result::fail(Outcome::ComPortError, QStringLiteral("cannot set up %1: %2").arg(device_, why));
     }
     // The cable draws its power from DTR and RTS; a pseudo-terminal has neither line, which is fine.
@@ -78,17 +97,20 @@ Result SerialLink::open() {
     port_->setRequestToSend(true);
     port_->clearError();
     qCDebug(lcLink) << "opened" << device_;
+    notify(LinkEvent::Kind::Opened, device_);
     return Result::done();
 }
 
 bool SerialLink::isOpen() const {
-    return port_->isOpen();
+    return io()->isOpen();
 }
 
 void SerialLink::close() {
+    if (transport_) return; // the scripted stream belongs to whoever set it
     if (port_->isOpen()) {
         qCDebug(lcLink) << "closed" << device_;
         port_->close();
+        notify(LinkEvent::Kind::Closed);
     }
     port_->clearError();
 }
@@ -97,42 +119,68 @@ SerialLink::Ending SerialLink::exchange(const QString& command, int timeoutMs,
                                         const std::function<bool(const QString&)>& complete,
                                         const std::function<void(const QString&)>& arrived, QString& reply) {
     reply.clear();
-    if (!port_->isOpen()) return Ending::PortError;
-    port_->clearError();
+    QIODevice* const io = this->io();
+    if (!io->isOpen()) return Ending::PortError;
+    if (!transport_) port_->clearError();
 
     QEventLoop loop;
     Ending ending = Ending::TimedOut;
     // Anything left over from an earlier exchange is not part of this reply.
-    port_->readAll();
-    if (!port_->clear(QSerialPort::Input)) ending = Ending::PortError;
+    io->readAll();
+    if (!transport_ && !port_->clear(QSerialPort::Input)) ending = Ending::PortError;
 
     const QDeadlineTimer deadline(timeoutMs, Qt::PreciseTimer);
-    connect(port_, &QSerialPort::readyRead, &loop, [&] {
+    connect(io, &QIODevice::readyRead, &loop, [&] {
         if (ending != Ending::TimedOut) return;
-        reply += QString::fromLatin1(port_->readAll());
+        const QString chunk = QString::fromLatin1(io->readAll());
+        notify(LinkEvent::Kind::Received, chunk);
+        reply += chunk;
         if (arrived) arrived(reply);
         if (complete(reply)) {
             ending = Ending::Complete;
             loop.quit();
         }
     });
-    connect(port_, &QSerialPort::errorOccurred, &loop, [&](QSerialPort::SerialPortError error) {
-        if (error == QSerialPort::NoError || ending != Ending::TimedOut) return;
-        ending = Ending::PortError;
-        loop.quit();
-    });
+    if (transport_) {
+        connect(io, &QIODevice::aboutToClose, &loop, [&] {
+            if (ending != Ending::TimedOut) return;
+            ending = Ending::PortError;
+            loop.quit();
+        });
+    } else {
+        connect(port_, &QSerialPort::errorOccurred, &loop, [&](QSerialPort::SerialPortError error) {
+            if (error == QSerialPort::NoError || ending != Ending::TimedOut) return;
+            ending = Ending::PortError;
+            loop.quit();
+        });
+    }
 
     const QByteArray bytes = command.toLatin1() + '\r';
+    notify(LinkEvent::Kind::Sent, QString::fromLatin1(bytes));
     // Written at once rather than on the port's next write notification: one wake-up less per command.
-    if (ending == Ending::TimedOut && (port_->write(bytes) != bytes.size() || !port_->flush()))
-        ending = Ending::PortError;
+    if (ending == Ending::TimedOut && io->write(bytes) != bytes.size()) ending = Ending::PortError;
+    if (ending == Ending::TimedOut && !transport_ && !port_->flush()) ending = Ending::PortError;
     if (ending == Ending::TimedOut) RunUntil(loop, deadline);
 
-    if (ending == Ending::PortError) {
-        qCDebug(lcLink) << "port error on" << device_ << ":" << port_->errorString();
+    switch (ending) {
+    case Ending::Complete:
+        notify(LinkEvent::Kind::Replied, reply);
+        break;
+    case Ending::TimedOut:
+        notify(LinkEvent::Kind::TimedOut, reply);
+        break;
+    case Ending::PortError: {
+        const QString why = io->errorString();
+        qCDebug(lcLink) << "port error on" << device_ << ":" << why;
+        notify(LinkEvent::Kind::PortError, why);
         // A port that failed (a pulled cable) is opened afresh by the next transfer.
-        port_->close();
-        port_->clearError();
+        if (!transport_) {
+            port_->close();
+            port_->clearError();
+            notify(LinkEvent::Kind::Closed);
+        }
+        break;
+    }
     }
     return ending;
 }
@@ -140,7 +188,7 @@ SerialLink::Ending SerialLink::exchange(const QString& command, int timeoutMs,
 QString SerialLink::SendCommand(const QString& command) {
     QString reply;
     const Ending ending = exchange(
-        command, kReplyTimeoutMs, [&command](const QString& text) { return ReplyComplete(command, text); },
+        command, replyTimeoutMs_, [&command](const QString& text) { return ReplyComplete(command, text); },
         {}, reply);
     QString result;
     switch (ending) {
@@ -169,6 +217,7 @@ QString SerialLink::Collect(const QString& command, int timeoutMs,
 
 void SerialLink::Wait(int ms) {
     if (ms <= 0) return;
+    notify(LinkEvent::Kind::Paused, QString(), ms);
     QEventLoop loop;
     RunUntil(loop, QDeadlineTimer(ms, Qt::PreciseTimer));
 }

@@ -8,6 +8,7 @@
 #include <QString>
 #include <functional>
 
+class QIODevice;
 class QSerialPort;
 
 namespace zq::link {
@@ -21,6 +22,25 @@ inline const QString kPortErrorMarker = QStringLiteral("False00");
 inline constexpr int kReplyTimeoutMs = 2000;
 inline constexpr int kCommandPauseMs = 10;
 
+// One thing that happened on the link, as a trace records it.
+struct LinkEvent {
+    enum class Kind {
+        Opened,     // text: the device
+        OpenFailed, // text: the device and why
+        Sent,       // text: the command as written, CR included
+        Received,   // text: the characters of one arrival
+        Replied,    // text: the whole reply (echo included) once the exchange ended complete
+        TimedOut,   // text: what arrived before the time ran out
+        PortError,  // text: why
+        Paused,     // ms: the pause asked for
+        Closed,
+    };
+    Kind kind;
+    QString text;
+    int ms = 0;
+};
+using LinkObserver = std::function<void(const LinkEvent&)>;
+
 class SerialLink : public QObject {
     Q_OBJECT
 public:
@@ -30,6 +50,14 @@ public:
     void setPortName(const QString& device);
     QString portName() const;
 
+    // Talks over `device` instead of the serial port (a scripted stream of replies); not owned,
+    // null goes back to the serial port. The device must be open; closing it is a hang-up.
+    void setTransport(QIODevice* device);
+    // Sees every event on the link; empty to stop.
+    void setObserver(LinkObserver observer) { observer_ = std::move(observer); }
+    // The reply time-out; shortened only by fuzz targets, which would otherwise wait for real.
+    void setReplyTimeoutMs(int ms) { replyTimeoutMs_ = ms; }
+
     // 9600 baud, 8 data bits, no parity, one stop bit, no flow control, DTR and RTS raised.
     zq::model::Result open();
     bool isOpen() const;
@@ -37,7 +65,7 @@ public:
 
     // Sends the command followed by CR and returns everything received (echo included) once it is
     // longer than the command plus three characters and ends in LF; kTimeoutMarker when that does
-    // not happen within 2000 ms, kPortErrorMarker when the port fails.
+    // not happen within 2000 ms (the reply time-out), kPortErrorMarker when the port fails.
     QString SendCommand(const QString& command);
 
     // The service panel's exchange: sends the command followed by CR and collects for `timeoutMs`,
@@ -58,8 +86,14 @@ private:
                     const std::function<bool(const QString&)>& complete,
                     const std::function<void(const QString&)>& arrived, QString& reply);
 
+    QIODevice* io() const;
+    void notify(LinkEvent::Kind kind, const QString& text = QString(), int ms = 0) const;
+
     QSerialPort* port_;
+    QIODevice* transport_ = nullptr;
     QString device_; // as given: QSerialPort keeps only the name under /dev
+    LinkObserver observer_;
+    int replyTimeoutMs_ = kReplyTimeoutMs;
 };
 
 } // namespace zq::link
