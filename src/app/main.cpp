@@ -1,4 +1,5 @@
 // zq318-utility: the desktop clone utility.
+#include "files/userdata.h"
 #include "model/tables.h"
 #include "ui/filedialogs.h"
 #include "ui/messageboxes.h"
@@ -43,7 +44,8 @@ int main(int argc, char* argv[]) {
     QElapsedTimer sinceStart;
     sinceStart.start();
     QApplication app(argc, argv);
-    QApplication::setApplicationName(zq::model::AppTitle());
+    zq::files::SetProgramIdentity();
+    QApplication::setApplicationDisplayName(zq::model::AppTitle());
     QApplication::setApplicationVersion(QStringLiteral(ZQ_VERSION));
 
     const zq::ui::ProgramOptions options =

@@ -1,5 +1,6 @@
 // zq318: the clone utility's command-line tool. Global options, then one verb from the table.
 #include "commands.h"
+#include "files/userdata.h"
 
 #include <QCoreApplication>
 
@@ -27,7 +28,7 @@ void printUsage() {
 
 int main(int argc, char* argv[]) {
     QCoreApplication app(argc, argv);
-    QCoreApplication::setApplicationName(QStringLiteral("zq318"));
+    zq::files::SetProgramIdentity();
     QCoreApplication::setApplicationVersion(QStringLiteral(ZQ_VERSION));
 
     QCommandLineParser parser;
