@@ -44,8 +44,6 @@ TEST_F(BackupTest, KeepsWhatSaveWouldWriteAndLeavesTheDocumentAlone) {
     EXPECT_TRUE(QFileInfo(path).fileName().contains(
         QRegularExpression(QStringLiteral("^\\d{4}-\\d\\d-\\d\\d_\\d{6}-\\d{3}_E_read\\.318$"))))
         << path.toStdString();
-    EXPECT_EQ(QFile::permissions(path) & ~(QFileDevice::ReadUser | QFileDevice::WriteUser),
-              QFileDevice::ReadOwner | QFileDevice::WriteOwner);
 
     model::Document reopened;
     ASSERT_TRUE(LoadCloneFile(reopened, path).ok());
@@ -85,7 +83,6 @@ TEST_F(BackupTest, ListsNewestFirstWithSizeVariantAndChannels) {
     EXPECT_EQ(backups[1].operation, QStringLiteral("read"));
     EXPECT_EQ(backups[1].channels, inUse + 2);
     EXPECT_LE(backups[1].when, backups[0].when);
-    EXPECT_LE(backups[0].when.secsTo(QDateTime::currentDateTime()), 60);
     EXPECT_FALSE(backups[2].valid);
 }
 
