@@ -13,7 +13,9 @@ const std::vector<Command>& Commands() {
          "Write the channels of a clone file as CSV, as the window exports them.", exportCommand},
         {"import", "FILE.csv -o FILE.318 [--base FILE.318]",
          "Import CSV channels onto a clone file (or the start-up data) and save the result.", importCommand},
-        {"check", "FILE.318", "Validate a clone file as Open does; prints OK or the fault and its line.",
+        {"check", "FILE.318 [--strict]",
+         "Validate a clone file as Open does; prints OK or the fault and its line (--strict: also every "
+         "field of every record).",
          checkCommand},
         {"show", "FILE.318", "Print the VFO/CALL/RPT rows and the channels in use as tables.", showCommand},
         {"diff", "A.318 B.318", "List what differs between two clone files; exit status 1 when they differ.",

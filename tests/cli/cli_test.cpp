@@ -30,6 +30,10 @@ protected:
         WriteFile(path("badline.318"), QByteArray(bytes).remove(12 * 34 + 3, 1)); // line 13 is one short
         WriteFile(path("badtone.318"), QByteArray(bytes).replace(28 * 34 + 24, 2, "FF")); // channel 5's tone
         WriteFile(path("cut.csv"), ReadFile(path("demo.csv")).left(400));
+        WriteFile(path("lf.318"), QByteArray(bytes).replace("\r\n", "\n"));
+        // channel 6's frequency with a hex letter, channel 7's power code beyond High
+        WriteFile(path("strict.318"),
+                  QByteArray(bytes).replace(30 * 34 + 10, 1, "A").replace(33 * 34 + 18, 2, "07"));
     }
     QString path(const QString& name) const { return dir.filePath(name); }
 
@@ -66,6 +70,17 @@ const CliCase kCases[] = {
     {"CheckOfABadLine", "check badline.318", 5, "Data Error: line 13 has 31 characters, not 32"},
     {"CheckOfAnUndecodableRecord", "check badtone.318", 6, "File Open Error: line 29: channel 5"},
     {"CheckOfTwoFiles", "check demo.318 demo.318", 2, "zq318 check: too many arguments"},
+    {"CheckOfLfLineEnds", "check lf.318", 5,
+     "Data Error: line 1 is longer than 32 characters: it ends in LF alone, and clone files need CR LF line "
+     "ends"},
+    {"StrictCheckOfAGoodFile", "check --strict demo.318", 0, "", "OK\n"},
+    {"StrictCheckOfAnUndecodableRecord", "check --strict badtone.318", 6,
+     "File Open Error: line 29: channel 5: tone index beyond the tone table\n"
+     "line 29: channel 5: TX tone index 255 outside the tone table (0-38)\n"},
+    {"StrictCheckNamesEachField", "check strict.318 --strict", 5,
+     "Data Error: 2 fields hold no valid value\n"
+     "line 31: channel 6: frequency \"01A66100\" holds non-digits\n"
+     "line 34: channel 7: power code 7 is none of 0 (Low), 1 (Mid), 2 (High)\n"},
     {"DiffOfTheSameData", "diff demo.318 demo.318", 0, ""},
     {"DiffListsEachDifference", "diff demo.318 other.318", 1, "",
      "header: \"Korvex ZQ-318T Clone 0 FileStart\" | \"Korvex ZQ-318E Clone A FileStart\"\n"
