@@ -9,10 +9,14 @@ const std::vector<Command>& Commands() {
          "Auto Select, read the radio and save it as a clone file.", readCommand},
         {"write", "FILE.318 [--settings | --memory]", "Write a clone file to the radio.", writeCommand},
         {"dump", "[-o FILE]", "Dump blocks 0000..0FF0 as the service panel does.", dumpCommand},
-        {"export", "FILE.318 -o FILE.csv",
-         "Write the channels of a clone file as CSV, as the window exports them.", exportCommand},
-        {"import", "FILE.csv -o FILE.318 [--base FILE.318]",
-         "Import CSV channels onto a clone file (or the start-up data) and save the result.", importCommand},
+        {"export", "FILE.318 -o FILE.csv [--format zq318|chirp]",
+         "Write the channels of a clone file as CSV, as the window exports them (--format chirp: in "
+         "CHIRP's layout).",
+         exportCommand},
+        {"import", "FILE.csv -o FILE.318 [--base FILE.318] [--format zq318|chirp]",
+         "Import CSV channels onto a clone file (or the start-up data) and save the result (--format chirp: "
+         "from CHIRP's layout, reporting what the radio cannot hold).",
+         importCommand},
         {"check", "FILE.318 [--strict]",
          "Validate a clone file as Open does; prints OK or the fault and its line (--strict: also every "
          "field of every record).",

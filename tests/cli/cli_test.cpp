@@ -1,3 +1,4 @@
+#include "files/chirpcsv.h"
 #include "files/clonefile.h"
 #include "files/csvexchange.h"
 #include "model/tables.h"
@@ -88,8 +89,10 @@ const CliCase kCases[] = {
     {"DiffWithOneFile", "diff demo.318", 2, "zq318 diff: missing argument"},
     {"Version", "--version", 0, "", "zq318 1.0.0\n"},
     {"VerbHelp", "import --help", 0, "",
-     "Usage: zq318 [--port PORT] [--quiet] import FILE.csv -o FILE.318 [--base FILE.318]\n"
-     "Import CSV channels onto a clone file (or the start-up data) and save the result.\n"},
+     "Usage: zq318 [--port PORT] [--quiet] import FILE.csv -o FILE.318 [--base FILE.318] [--format "
+     "zq318|chirp]\n"
+     "Import CSV channels onto a clone file (or the start-up data) and save the result (--format chirp: from "
+     "CHIRP's layout, reporting what the radio cannot hold).\n"},
     {"NoCommand", "", 2, "zq318: no command given"},
     {"UnknownCommand", "frobnicate", 2, "zq318: unknown command \"frobnicate\""},
     {"UnknownOption", "--frob check", 2, "zq318: Unknown option 'frob'"},
@@ -122,6 +125,52 @@ TEST_P(Cli, ExitStatusMessageAndOutput) {
 
 INSTANTIATE_TEST_SUITE_P(Cases, Cli, ::testing::ValuesIn(kCases),
                          [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(Workspace, ChirpLayoutBothWays) {
+    auto [status, out, err] = run({"export", "demo.318", "--format", "chirp", "-o", "out.csv"});
+    EXPECT_EQ(status, 0);
+    // the demonstration file sets busy lock-out, battery save and clock shift on channels 2 to 6
+    EXPECT_EQ(err.count(QLatin1Char('\n')), 5) << err.toStdString();
+    EXPECT_TRUE(err.startsWith(QLatin1String("channel 2: busy lock-out On: no column in the layout")))
+        << err.toStdString();
+    model::Document demo;
+    ASSERT_TRUE(files::LoadCloneFile(demo, path("demo.318")).ok());
+    EXPECT_EQ(ReadFile(path("out.csv")), files::ChirpExportText(demo));
+
+    std::tie(status, out, err) =
+        run({"import", "out.csv", "--format", "chirp", "--base", "demo.318", "-o", "out.318"});
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(err, QString());
+    EXPECT_EQ(ReadFile(path("out.318")), ReadFile(path("demo.318")));
+
+    std::tie(status, out, err) = run({"import", QStringLiteral(ZQ_EXAMPLES_DIR "/chirp-channels.csv"),
+                                      "--format", "chirp", "-o", "ex.318"});
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(
+        err,
+        QStringLiteral(
+            "row 6 (Location 2): Name \"Metro\": lower-case letters upper-cased; stored as \"METRO\"\n"
+            "row 8 (Location 4): Duplex \"off\": the radio cannot keep its transmitter off on a channel; "
+            "row skipped\n"
+            "row 9 (Location 5): Mode \"AM\": the radio sends and receives FM only; row skipped\n"
+            "row 10 (Location 6): Mode \"NFM\": the radio has no narrow FM; taken as FM\n"
+            "row 10 (Location 6): TStep \"2.50\": not a step of the radio; 5.00 taken\n"
+            "row 11 (Location 7): Frequency \"446.000000\": outside the band 136 to below 174 MHz; row "
+            "skipped\n"
+            "row 12 (Location 8): Name \"Simplex Two\": lower-case letters upper-cased, longer than 6 "
+            "characters; stored as \"SIMPLE\"\n"));
+    std::tie(status, out, err) = run({"show", "ex.318"});
+    EXPECT_EQ(out.count(QLatin1Char('\n')),
+              4 + 1 + 1 + 6); // the special grid, a blank line, channels 0-3, 6, 8
+
+    std::tie(status, out, err) = run({"import", "demo.318", "--format", "chirp", "-o", "no.318"});
+    EXPECT_EQ(status, 5);
+    EXPECT_EQ(err, QStringLiteral("Data Error: no header with the columns Location and Frequency\n"));
+    std::tie(status, out, err) = run({"import", "out.csv", "--format", "CHIRP", "-o", "no.318"});
+    EXPECT_EQ(status, 2);
+    EXPECT_TRUE(err.startsWith(QLatin1String("zq318 import: unknown --format \"CHIRP\" (zq318 or chirp)")));
+    EXPECT_FALSE(QFile::exists(path("no.318")));
+}
 
 TEST_F(Workspace, ShowPrintsBothGrids) {
     const auto [status, out, err] = run({"show", "demo.318"});
