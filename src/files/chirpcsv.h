@@ -34,13 +34,17 @@
 //
 // Busy lock-out, clock shift and battery save have no column: an export drops them (and reports
 // every channel where one of them is set) and an import takes them from the channel's previous
-// contents when it was in use, else from the template channel. Columns are found by the names in
-// the header (the first record that is not a comment); a column that is missing, or a field left
-// empty, takes the template channel's value (the step: the one the frequency fits). A value the
-// radio cannot hold is reported with its row, and either the row is skipped (when the channel
-// could not work as written: a frequency, duplex, mode or a tone, DCS code or polarity that its
-// tone mode uses) or the field is left at the template's value; the report says which. Numbers
-// are written in the C locale, records end in CR LF.
+// contents when it was in use, else from the template channel.
+//
+// Columns are found by their names in the header (the first record that is not a comment, in any
+// letter case). A missing column takes the template channel's value (the step: the one the
+// frequency fits), and so does an empty field, except where the channel needs it: the offset of
+// a shift, a tone or DCS code its tone mode uses. Blanks around a field are dropped, except in
+// the name. A value the radio cannot hold is reported with its row, and either the row is
+// skipped (when the channel could not work as written: its location, frequency, duplex, mode,
+// the offset of a shift, or a tone, DCS code or polarity its tone mode uses) or the field is
+// left at the template's value; the report says which. Numbers are written in the C locale,
+// records end in CR LF.
 #include "model/document.h"
 #include "model/outcome.h"
 
