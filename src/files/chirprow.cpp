@@ -99,15 +99,18 @@ private:
     }
     QString text(Column column) const { return field(column).value_or(QString()); }
 
+    // 'Duplex "off"'; a value too long to read in a report line is cut short.
+    static QString subject(Column column, const QString& value) {
+        constexpr int kShown = 40;
+        const QString shown = value.size() > kShown ? value.left(kShown) + QStringLiteral("...") : value;
+        return QStringLiteral("%1 \"%2\"").arg(ChirpColumns().at(column), shown);
+    }
     void note(Column column, const QString& value, const QString& outcome) {
-        notes_.append(ChirpReport{record_.line, location_,
-                                  QStringLiteral("%1 \"%2\"").arg(ChirpColumns().at(column), value), outcome,
-                                  false});
+        notes_.append(ChirpReport{record_.line, location_, subject(column, value), outcome, false});
     }
     // Replaces the row's reports by the reason it is skipped; always false.
     bool skip(Column column, const QString& why) {
-        notes_ = {ChirpReport{record_.line, location_,
-                              QStringLiteral("%1 \"%2\"").arg(ChirpColumns().at(column), text(column)),
+        notes_ = {ChirpReport{record_.line, location_, subject(column, text(column)),
                               why + QStringLiteral("; row skipped"), true}};
         return false;
     }

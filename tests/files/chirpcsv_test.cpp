@@ -193,7 +193,8 @@ const ImportCase kImports[] = {
                "11,A,146.52,,,Cross,,,023,,047,DTCS->DTCS,,,,\r\n"
                "12,A,146.52,,,Cross,88.5,,,,,->Tone,,,,\r\n"
                "13,A,146.52,,,TSQL-R,,,,,,,,,,\r\n"
-               "14,A,146.52,,,,,,,,,,AM,,,\r\n",
+               "14,A,146.52,,,,,,,,,,AM,,,\r\n"
+               "15,A,146.52,,,,,,,,,,0123456789012345678901234567890123456789+,,,\r\n",
      {"row 2: Location \"-1\": not a channel number 0..199; row skipped",
       "row 3: Location \"200\": not a channel number 0..199; row skipped",
       at(4, 1, "Frequency \"146.5x\": not a frequency in MHz; row skipped"),
@@ -219,7 +220,10 @@ const ImportCase kImports[] = {
          "row "
          "skipped"),
       at(16, 13, "Tone \"TSQL-R\": not a tone mode the radio has; row skipped"),
-      at(17, 14, "Mode \"AM\": the radio sends and receives FM only; row skipped")},
+      at(17, 14, "Mode \"AM\": the radio sends and receives FM only; row skipped"),
+      at(18, 15,
+         "Mode \"0123456789012345678901234567890123456789...\": the radio sends and receives FM only; row "
+         "skipped")},
      {}},
     {"FieldsLeftAtTheTemplatesValue",
      kHeader + "1,A,146.52,,0.6025,Tone,100.0,159.8,999,RN,,,NFM,6.25,P,5 dBm\r\n"
