@@ -15,11 +15,17 @@ const std::vector<Command>& Commands() {
          verifyCommand},
         {"backups", "", "List the kept backups of reads and writes, newest first.", backupsCommand},
         {"dump", "[-o FILE]", "Dump blocks 0000..0FF0 as the service panel does.", dumpCommand},
-        {"export", "FILE.318 -o FILE.csv",
-         "Write the channels of a clone file as CSV, as the window exports them.", exportCommand},
-        {"import", "FILE.csv -o FILE.318 [--base FILE.318]",
-         "Import CSV channels onto a clone file (or the start-up data) and save the result.", importCommand},
-        {"check", "FILE.318", "Validate a clone file as Open does; prints OK or the fault and its line.",
+        {"export", "FILE.318 -o FILE.csv [--format zq318|chirp]",
+         "Write the channels of a clone file as CSV, as the window exports them (--format chirp: in "
+         "CHIRP's layout).",
+         exportCommand},
+        {"import", "FILE.csv -o FILE.318 [--base FILE.318] [--format zq318|chirp]",
+         "Import CSV channels onto a clone file (or the start-up data) and save the result (--format chirp: "
+         "from CHIRP's layout, reporting what the radio cannot hold).",
+         importCommand},
+        {"check", "FILE.318 [--strict]",
+         "Validate a clone file as Open does; prints OK or the fault and its line (--strict: also every "
+         "field of every record).",
          checkCommand},
         {"show", "FILE.318", "Print the VFO/CALL/RPT rows and the channels in use as tables.", showCommand},
         {"diff", "A.318 B.318", "List what differs between two clone files; exit status 1 when they differ.",
