@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QSettings>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -34,6 +35,48 @@ TEST(PortFileWrite, LivesBesideTheProgramWhoseFolderIsWritable) {
     char* argv[] = {name, nullptr};
     QCoreApplication app(argc, argv);
     EXPECT_EQ(files::PortFilePath(), QDir(QCoreApplication::applicationDirPath()).filePath("ZQ-318.ini"));
+}
+
+// An installed program's folder is the system's even where it can write (as the superuser).
+TEST(PortFileWrite, InstalledProgramKeepsItPerUser) {
+    QTemporaryDir dir;
+    const QString bin = dir.filePath(QStringLiteral("usr/bin")),
+                  build = dir.filePath(QStringLiteral("build"));
+    const QString config = dir.filePath(QStringLiteral("home/.config/Korvex/zq318"));
+    ASSERT_TRUE(QDir().mkpath(bin) && QDir().mkpath(build));
+    const QString locked = dir.filePath(QStringLiteral("locked"));
+    ASSERT_TRUE(QDir().mkpath(locked) &&
+                QFile::setPermissions(locked, QFileDevice::ReadOwner | QFileDevice::ExeOwner));
+    const bool canWriteAnything = QFileInfo(locked).isWritable(); // the superuser
+    const std::tuple<QString, QString, QString> cases[] = {
+        {build, bin, build},
+        {bin, bin, config},
+        {locked, bin, canWriteAnything ? locked : config},
+        {QString(), bin, config},
+    };
+    for (const auto& [program, installed, folder] : cases)
+        EXPECT_EQ(files::PortFileFolder(program, installed, config), folder) << program.toStdString();
+
+    // The per-user folder of a new user does not exist yet.
+    const QString path = QDir(config).filePath(files::PortFileName());
+    ASSERT_TRUE(files::SavePortSetting(7, path).ok());
+    EXPECT_EQ(testdata::ReadFile(path), QByteArray("7\r\n"));
+}
+
+TEST(RememberedAdapter, KeptBesideTheNumberInTheUserSettings) {
+    QStandardPaths::setTestModeEnabled(true);
+    QCoreApplication::setOrganizationName(QStringLiteral("Korvex"));
+    QCoreApplication::setApplicationName(QStringLiteral("zq318"));
+    QSettings().clear();
+    EXPECT_EQ(files::LoadRememberedAdapter().port, 0);
+    const QString cable = QStringLiteral("/dev/serial/by-id/usb-FTDI_FT232R_USB_UART_A1-if00-port0");
+    files::SaveRememberedAdapter({3, cable});
+    const files::RememberedAdapter loaded = files::LoadRememberedAdapter();
+    EXPECT_EQ(loaded.port, 3);
+    EXPECT_EQ(loaded.identity, cable);
+    files::SaveRememberedAdapter({15, cable}); // no such number: nothing remembered
+    EXPECT_EQ(files::LoadRememberedAdapter().port, 0);
+    QSettings().clear();
 }
 
 TEST(WindowGeometry, StoredInTwipsUnderTheTitle) {
