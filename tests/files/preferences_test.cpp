@@ -1,4 +1,5 @@
 #include "files/preferences.h"
+#include "files/programfiles.h"
 #include "model/tables.h"
 #include "sampledata.h"
 
@@ -77,6 +78,22 @@ TEST(RememberedAdapter, KeptBesideTheNumberInTheUserSettings) {
     files::SaveRememberedAdapter({15, cable}); // no such number: nothing remembered
     EXPECT_EQ(files::LoadRememberedAdapter().port, 0);
     QSettings().clear();
+}
+
+TEST(UserGuide, InstalledBesideTheProgramElseInTheSources) {
+    QTemporaryDir dir;
+    const QString bin = dir.filePath(QStringLiteral("usr/bin"));
+    const QString installed = dir.filePath(QStringLiteral("usr/share/doc/zq318-utility/guide.md"));
+    const QString source = dir.filePath(QStringLiteral("src/docs/guide.md"));
+    const QString relative = QStringLiteral("../share/doc/zq318-utility/guide.md");
+    ASSERT_TRUE(QDir().mkpath(bin) && QDir().mkpath(QFileInfo(installed).path()) &&
+                QDir().mkpath(QFileInfo(source).path()));
+    EXPECT_EQ(files::UserGuidePathFrom(bin, relative, source), QString());
+    ASSERT_TRUE(testdata::WriteFile(source, "# guide\n"));
+    EXPECT_EQ(files::UserGuidePathFrom(bin, relative, source), source);
+    ASSERT_TRUE(testdata::WriteFile(installed, "# guide\n"));
+    EXPECT_EQ(files::UserGuidePathFrom(bin, relative, source), installed);
+    EXPECT_EQ(files::UserGuidePathFrom(QString(), relative, source), source);
 }
 
 TEST(WindowGeometry, StoredInTwipsUnderTheTitle) {
