@@ -15,6 +15,9 @@ const std::vector<Command>& Commands() {
          verifyCommand},
         {"backups", "", "List the kept backups of reads and writes, newest first.", backupsCommand},
         {"dump", "[-o FILE]", "Dump blocks 0000..0FF0 as the service panel does.", dumpCommand},
+        {"ports", "",
+         "List the port numbers 1..14 with their devices and adapters, and which can be used now.",
+         portsCommand},
         {"export", "FILE.318 -o FILE.csv [--format zq318|chirp]",
          "Write the channels of a clone file as CSV, as the window exports them (--format chirp: in "
          "CHIRP's layout).",
