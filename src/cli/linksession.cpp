@@ -53,7 +53,7 @@ Result OpenLink(CliContext& context, link::SerialLink& serial) {
         } else if (const Result started =
                        trace->startInTraceFolder(QLatin1String(context.command->name), heading);
                    !started.ok()) {
-            PrintErr(QStringLiteral("zq318: no serial trace kept: %1").arg(started.detail));
+            context.traceProblem = started.detail;
         }
         context.trace = trace;
     }
@@ -62,6 +62,8 @@ Result OpenLink(CliContext& context, link::SerialLink& serial) {
 }
 
 void FinishTrace(CliContext& context, int status) {
+    if (!context.traceProblem.isEmpty())
+        PrintErr(QStringLiteral("zq318: no serial trace kept: %1").arg(context.traceProblem));
     if (!context.trace) return;
     const QString outcome = status == ExitOk ? QStringLiteral("done")
                             : LastReport().isEmpty()

@@ -262,6 +262,7 @@ TEST(CliDataTest, AnUnwritableBackupFolderDoesNotStopARead) {
     EXPECT_EQ(run.errors.count(QStringLiteral("\n")), 1) << run.errors.toStdString();
     EXPECT_TRUE(run.firstErrorLine.startsWith(QStringLiteral("zq318: no backup kept: ")))
         << run.errors.toStdString();
+}
 
 // A port this user may not open says which group to join and how; one held by a program says which.
 TEST_F(RadioTest, PortThatCannotBeOpenedSaysWhy) {
