@@ -1,6 +1,5 @@
 // Start-up: the command line, the port file, the command-line clone file, the splash and pause.
 #include "model/tables.h"
-#include "ui/program.h"
 #include "windowfixture.h"
 
 #include <QApplication>
@@ -45,12 +44,12 @@ TEST_F(Startup, WithoutAFileShowsTheStartUpDataAndReadsThePortFile) {
     EXPECT_TRUE(boxes.shown.isEmpty());
     EXPECT_EQ(window->size(), QSize(680, 527));
     EXPECT_FALSE(doc().special().text(0, 0).isEmpty()); // the VFO row is shown
-    EXPECT_EQ(window->specialGrid()->model()->index(0, 0).data().toString(), doc().special().text(0, 0));
+    EXPECT_EQ(specialGrid()->model()->index(0, 0).data().toString(), doc().special().text(0, 0));
     EXPECT_EQ(find<QTabWidget>("TabStrip1")->currentIndex(), 0);
 
     test::WriteFile(portFile(), "14\r\n");
     ASSERT_TRUE(load().ok());
-    EXPECT_EQ(window->portNumber(), 14);
+    EXPECT_EQ(program->ports().number(), 14);
 }
 
 TEST_F(Startup, EmptyPortFileOrMissingFileEndsTheProgram) {
