@@ -2,13 +2,18 @@
 
 #include "channelgridmodels.h"
 #include "files/preferences.h"
-#include "model/stores.h"
+#include "model/channelentry.h"
+#include "model/channeloptions.h"
+#include "model/tables.h"
 
+#include <QFontMetricsF>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QStyle>
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace zq::ui {
 
@@ -23,14 +28,84 @@ constexpr std::array<int, 14> kColumnWidthTwips = {500, 870, 705, 450, 690, 690,
 constexpr int kAppliedWidths = 13;
 constexpr int kDefaultColumnWidthTwips = 960;
 constexpr int kNameColumnWidthTwips = 1050;
+// The average letter of the 8-point font the sizes were laid out for, in pixels at 96 dpi.
+constexpr double kDesignAverageCharWidth = 6.0;
 
-int designedPixels(int gridColumn) {
-    if (gridColumn < kAppliedWidths) return kColumnWidthTwips[gridColumn] / files::kTwipsPerPixel;
-    return (gridColumn == ColName + 1 ? kNameColumnWidthTwips : kDefaultColumnWidthTwips) /
-           files::kTwipsPerPixel;
+double twipsToPixels(int twips, double scale) {
+    return twips / double(files::kTwipsPerPixel) * scale;
+}
+
+int designedTwips(int gridColumn) {
+    if (gridColumn < kAppliedWidths) return kColumnWidthTwips[gridColumn];
+    return gridColumn == ColName + 1 ? kNameColumnWidthTwips : kDefaultColumnWidthTwips;
+}
+
+QStringList captionsOf(const OptionTable& table) {
+    QStringList captions;
+    for (int i = 0; i < table.count(); ++i)
+        captions << table.caption(i);
+    return captions;
+}
+
+// Texts of the same shape with each digit in turn, so that the widest digit of the font counts.
+QStringList everyDigit(const QString& shape) {
+    QStringList texts;
+    for (char digit = '0'; digit <= '9'; ++digit)
+        texts << QString(shape).replace(QLatin1Char('9'), QLatin1Char(digit));
+    return texts;
+}
+
+// Every text a store column can show (beyond its heading).
+QStringList columnTexts(int column) {
+    switch (column) {
+    case ColFrequency:
+        return everyDigit(QStringLiteral("999.9999*"));
+    case ColStep:
+        return StepNames();
+    case ColTone:
+        return captionsOf(ToneModes());
+    case ColTxTone:
+    case ColRxTone:
+        return ToneNames();
+    case ColDcs:
+        return DcsCodes();
+    case ColShift:
+        return captionsOf(Shifts());
+    case ColOffset:
+        return everyDigit(QStringLiteral("99.9999"));
+    case ColPower:
+        return captionsOf(Powers());
+    case ColBsv: // a memory channel read from the radio shows "on1"
+        return captionsOf(BatterySaves()) << QStringLiteral("on1") << QStringLiteral("on2");
+    case ColClock:
+    case ColBclo:
+        return {QStringLiteral("On"), QStringLiteral("Off")};
+    case ColName: {
+        QStringList names{QStringLiteral("??????")}; // what unknown name bytes read back as
+        for (int code = 0; code <= 0xFF; ++code)
+            if (const auto c = NameKeyCharacter(QChar(char16_t(code)))) names << QString(6, *c);
+        return names;
+    }
+    default:
+        return {QStringLiteral("------")};
+    }
+}
+
+double widest(const QFontMetricsF& metrics, const QStringList& texts) {
+    double width = 0;
+    for (const QString& text : texts)
+        width = std::max(width, metrics.horizontalAdvance(text));
+    return width;
 }
 
 } // namespace
+
+double LayoutScale(const QFont& font) {
+    // Averaged over the letters A..Z and a..z: the average a font declares counts its widest
+    // glyphs too, and a Japanese font's ideographs would double every size.
+    static const QString letters = QStringLiteral("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz");
+    return QFontMetricsF(font).horizontalAdvance(letters) / letters.size() / kDesignAverageCharWidth;
+}
 
 ChannelGridView::ChannelGridView(const QString& objectName, ChannelGridModel* model, QWidget* parent)
     : QTableView(parent) {
@@ -51,16 +126,25 @@ ChannelGridView::ChannelGridView(const QString& objectName, ChannelGridModel* mo
 }
 
 void ChannelGridView::fitToFont() {
-    // The column widths are the radio program's, made for a small grid font.
-    QFont small = font();
-    small.setPointSizeF(8);
-    setFont(small);
-    horizontalHeader()->setFont(small);
-    verticalHeader()->setFont(small);
-    verticalHeader()->setFixedWidth(designedPixels(0));
+    const double scale = LayoutScale(font());
+    const QFontMetricsF metrics(font());
+    // The item delegate keeps a margin on either side of a cell's text, and a grid line follows.
+    const double cellMargin = 2 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1) + 1;
+    const double headerMargin = 2 * style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, this) + 1;
+    const auto fitted = [&](int gridColumn, const QStringList& cells, const QStringList& headings) {
+        const double needed =
+            std::max(widest(metrics, cells) + cellMargin, widest(metrics, headings) + headerMargin);
+        return int(std::ceil(std::max(twipsToPixels(designedTwips(gridColumn), scale), needed)));
+    };
+
+    QStringList rowLabels;
+    for (int row = 0; row < model()->rowCount(); ++row)
+        rowLabels << model()->headerData(row, Qt::Vertical).toString();
+    verticalHeader()->setFixedWidth(fitted(0, {}, rowLabels));
     for (int column = 0; column < model()->columnCount(); ++column)
-        setColumnWidth(column, designedPixels(column + 1));
-    verticalHeader()->setDefaultSectionSize(QFontMetrics(small).height() + 4);
+        setColumnWidth(column, fitted(column + 1, columnTexts(column),
+                                      {model()->headerData(column, Qt::Horizontal).toString()}));
+    verticalHeader()->setDefaultSectionSize(int(std::ceil(metrics.height())) + 4);
     if (allRows_) {
         // The rows, the headings and room for the horizontal scroll bar.
         setFixedHeight(horizontalHeader()->sizeHint().height() +
@@ -100,6 +184,11 @@ void ChannelGridView::keyPressEvent(QKeyEvent* event) {
         break;
     }
     QTableView::keyPressEvent(event);
+}
+
+void ChannelGridView::changeEvent(QEvent* event) {
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) fitToFont();
 }
 
 } // namespace zq::ui

@@ -1,11 +1,19 @@
 #pragma once
-// A channel grid as the user sees it: whole-row selection, the designed column widths and the keys
-// that open a row for editing (double-click, Enter, F2).
+// A channel grid as the user sees it: whole-row selection, the designed column widths scaled to
+// the user's font so that every text a column can show fits, and the keys that open a row for
+// editing (double-click, Enter, F2).
 #include <QTableView>
 
 namespace zq::ui {
 
 class ChannelGridModel;
+
+// The factor from the designed sizes (twips at 15 per pixel) to this font's pixels: the ratio of
+// the font's average character width (over the Latin letters) to that of the 8-point font the
+// sizes were laid out for.
+// Sizes are logical pixels; the screen's scale factor turns them into device pixels, and the
+// font's size in logical pixels already follows the screen's logical dots per inch.
+double LayoutScale(const QFont& font);
 
 class ChannelGridView : public QTableView {
     Q_OBJECT
@@ -26,9 +34,10 @@ Q_SIGNALS:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
-    // Column widths, row height and, when it shows all rows, the grid's height.
+    // Column widths, row height and, when it shows all rows, the grid's height for its font.
     void fitToFont();
 
     bool allRows_ = false;

@@ -21,6 +21,7 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QProgressBar>
+#include <QScreen>
 #include <QShortcut>
 #include <QStatusBar>
 #include <QStyle>
@@ -180,7 +181,11 @@ void MainWindow::buildPages() {
 
 void MainWindow::prepare() {
     LocaliseForm(this, strings_);
-    resize(kWindowWidthTwips / files::kTwipsPerPixel, kWindowHeightTwips / files::kTwipsPerPixel);
+    // The designed size follows the user's font as the grids' columns do, within the screen.
+    const double scale = LayoutScale(font()) / files::kTwipsPerPixel;
+    QSize size(qRound(kWindowWidthTwips * scale), qRound(kWindowHeightTwips * scale));
+    if (QScreen* shown = screen()) size = size.boundedTo(shown->availableSize());
+    resize(size);
     pages_->setCurrentIndex(PageStrip::Settings1);
 }
 
