@@ -25,8 +25,9 @@ void TransferController::choosePort(int number) {
 bool TransferController::runSession(TransferKind kind, const std::function<void()>& session) {
     if (busy_) return false;
     busy_ = true;
-    if (!link_.isOpen()) link_.setPortName(ports_.device());
     Q_EMIT started(kind);
+    // Listing the system's ports takes a while: it happens under the hourglass.
+    if (!link_.isOpen()) link_.setPortName(ports_.device());
     session();
     busy_ = false;
     Q_EMIT ended(kind);
