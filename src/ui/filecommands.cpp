@@ -1,6 +1,7 @@
 #include "filecommands.h"
 
 #include "filedialogs.h"
+#include "files/chirpcsv.h"
 #include "files/clonefile.h"
 #include "files/csvexchange.h"
 #include "messageboxes.h"
@@ -79,6 +80,49 @@ void FileCommands::exportCsv() {
     const QString path = dialogs_.choose({FileRequest::Kind::Save, CsvFileFilter()});
     if (path.isEmpty()) return;
     ShowFailure(boxes_, files::ExportCsv(document_, path));
+}
+
+namespace {
+
+// The reports of an import or export that went through, in one box; none when there are none.
+void ShowChirpReports(MessageBoxes& boxes, const QString& title, const QString& summary,
+                      const files::ChirpOutcome& outcome) {
+    const QStringList lines = outcome.lines();
+    if (lines.isEmpty()) return;
+    boxes.show(ListBox(title, summary, lines));
+}
+
+QString Channels(int count) {
+    return count == 1 ? QStringLiteral("1 channel") : QStringLiteral("%1 channels").arg(count);
+}
+
+} // namespace
+
+void FileCommands::importChirpCsv() {
+    const QString path = dialogs_.choose({FileRequest::Kind::Open, ChirpFileFilter()});
+    if (path.isEmpty()) return;
+    const files::ChirpOutcome outcome = files::ImportChirpCsv(document_, path);
+    if (!outcome.result.ok()) {
+        ShowFailure(boxes_, outcome.result);
+        return;
+    }
+    ShowChirpReports(boxes_, QStringLiteral("Import CHIRP CSV"),
+                     Channels(outcome.channels) + QStringLiteral(" imported. Not everything in the file fits the radio:"),
+                     outcome);
+}
+
+void FileCommands::exportChirpCsv() {
+    const QString path = dialogs_.choose({FileRequest::Kind::Save, ChirpFileFilter()});
+    if (path.isEmpty()) return;
+    const files::ChirpOutcome outcome = files::ExportChirpCsv(document_, path);
+    if (!outcome.result.ok()) {
+        ShowFailure(boxes_, outcome.result);
+        return;
+    }
+    ShowChirpReports(boxes_, QStringLiteral("Export CHIRP CSV"),
+                     Channels(outcome.channels) +
+                         QStringLiteral(" exported. The layout has no column for these settings:"),
+                     outcome);
 }
 
 } // namespace zq::ui

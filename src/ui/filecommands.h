@@ -1,6 +1,7 @@
 #pragma once
 // The File menu's commands on the document: New, Open, Save, Save As, the CSV import and export,
-// and the unsaved-changes prompt that New, Open and closing the window ask first.
+// the channel lists in CHIRP's layout, and the unsaved-changes prompt that New, Open and closing
+// the window ask first.
 #include "model/outcome.h"
 
 #include <QObject>
@@ -31,6 +32,11 @@ public Q_SLOTS:
     void saveAs();
     void importCsv();
     void exportCsv();
+    // CHIRP's layout. A cancelled dialog does nothing; what a row or channel could not carry over
+    // is listed in one box. The import is an edit (DataChanged); the export leaves the document's
+    // file and flag as they are.
+    void importChirpCsv();
+    void exportChirpCsv();
 
 Q_SIGNALS:
     // The CSV import has no trap: any failure, a cancelled dialog included, ends the program.

@@ -18,4 +18,8 @@ QString CsvFileFilter() {
     return QStringLiteral("CSV Files (*.csv);;All Files (*.*)");
 }
 
+QString ChirpFileFilter() {
+    return QStringLiteral("CHIRP CSV Files (*.csv);;All Files (*.*)");
+}
+
 } // namespace zq::ui

@@ -55,6 +55,9 @@ MainWindow::MainWindow(model::Document& document, TransferController& transfers,
     connect(&transfers_, &TransferController::failed, this,
             [this](const QString& message) { boxes_.show(ErrorBox(message)); });
     connect(&transfers_, &TransferController::closed, this, &MainWindow::transferClosed);
+    connect(&transfers_, &TransferController::verified, this, &MainWindow::showDifferences);
+    connect(&transfers_, &TransferController::noted, this,
+            [this](const QString& note) { statusBar()->showMessage(note); });
     connect(&document_, &model::Document::currentFilePathChanged, this,
             [this] { setWindowTitle(document_.windowCaption()); });
     connect(&files_, &FileCommands::imported, this, [this] { memoryPage_->setCurrentRow(1); });
@@ -74,6 +77,8 @@ void MainWindow::buildMenus() {
             {Kind::Separator, "mnuFile", "mnuFileBar0"},
             {Kind::Entry, "mnuFile", "mnuImport", 1201, command([this] { files_.importCsv(); })},
             {Kind::Entry, "mnuFile", "mnuExport", 1202, command([this] { files_.exportCsv(); })},
+            {Kind::Entry, "mnuFile", "mnuImportChirp", 1310, command([this] { files_.importChirpCsv(); })},
+            {Kind::Entry, "mnuFile", "mnuExportChirp", 1311, command([this] { files_.exportChirpCsv(); })},
             {Kind::Separator, "mnuFile", "mnuFileBar1"},
             {Kind::Entry, "mnuFile", "mnuFilePageSetup", 1005},
             {Kind::Entry, "mnuFile", "mnuFilePrint", 1006},
@@ -93,9 +98,11 @@ void MainWindow::buildMenus() {
             {Kind::Entry, "mnuWr", "mnuWrSet", 1205, command([this] { transfers_.writeSettingsFromMenu(); })},
             {Kind::Entry, "mnuWr", "mnuWrMem", 1206, command([this] { transfers_.writeMemoryFromMenu(); })},
             {Kind::Entry, "mnuWr", "mnuWrAll", 1207, command([this] { transfers_.writeAll(); })},
+            {Kind::Entry, "mnuTools", "mnuToolsVerify", 1312, command([this] { transfers_.verifyRadio(); })},
             {Kind::Entry, "mnuTools", "mnuToolsOptions", 1013,
              command([this] { transfers_.choosePort(PortDialog::ask(this, transfers_.portNumber())); })},
             {Kind::Menu, nullptr, "mnuHelp", 1014},
+            {Kind::Entry, "mnuHelp", "mnuHelpTraces", 1313, command([this] { OpenTraceFolder(boxes_, openUrl_); })},
             {Kind::Entry, "mnuHelp", "mnuHelpAbout", 1016, command([this] { showAbout(); })},
         });
     modifyAction_ = findChild<QAction*>(QStringLiteral("mnuEditUndo"));
@@ -238,6 +245,14 @@ void MainWindow::transferStarted(TransferKind kind) {
     case TransferKind::AutoSelect:
         functionPage_->setAutoSelectEnabled(false);
         break;
+    case TransferKind::Verify:
+        // A comparison reads the whole radio: no other transfer may start until it is over.
+        memoryPage_->setTransferButtonsEnabled(false);
+        setSettingsButtonsEnabled(false);
+        functionPage_->setAutoSelectEnabled(false);
+        progress_->setValue(0);
+        progress_->show();
+        break;
     case TransferKind::Service:
         return; // the service reads show no hourglass
     }
@@ -254,6 +269,17 @@ void MainWindow::transferClosed() {
     functionPage_->setAutoSelectEnabled(true);
     progress_->hide();
     progress_->setValue(0);
+}
+
+void MainWindow::showDifferences(const QStringList& differences) {
+    const QString title = QStringLiteral("Verify Radio");
+    if (differences.isEmpty()) {
+        boxes_.show({QStringLiteral("No differences"), title, MessageButtons::Ok, MessageIcon::Information,
+                     MessageAnswer::Ok});
+        return;
+    }
+    boxes_.show(ListBox(title, DifferencesSummary(differences.size()) + QLatin1Char(':'), differences,
+                        MessageIcon::Warning));
 }
 
 void MainWindow::bringPageToFront(TransferPage page) {

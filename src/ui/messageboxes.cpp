@@ -55,6 +55,7 @@ MessageAnswer QtMessageBoxes::show(const MessageRequest& request) {
         break;
     }
     box.setDefaultButton(toStandard(request.defaultButton));
+    if (!request.details.isEmpty()) box.setDetailedText(request.details);
     const int pressed = box.exec();
     switch (pressed) {
     case QMessageBox::Yes:
@@ -88,6 +89,19 @@ MessageRequest ConfirmBox(const QString& title, const QString& warning, const QS
 MessageRequest SaveChangesBox() {
     return {files::SavePromptText(), files::SavePromptTitle(), MessageButtons::YesNoCancel,
             MessageIcon::Question, MessageAnswer::Yes};
+}
+
+MessageRequest ListBox(const QString& title, const QString& summary, const QStringList& lines,
+                       MessageIcon icon) {
+    const QString lineEnd = QStringLiteral("\r\n");
+    QString text = summary;
+    if (!lines.isEmpty()) text += lineEnd + lineEnd + lines.mid(0, kListBoxLines).join(lineEnd);
+    MessageRequest request{text, title, MessageButtons::Ok, icon, MessageAnswer::Ok};
+    if (lines.size() > kListBoxLines) {
+        request.text += lineEnd + QStringLiteral("... and %1 more").arg(lines.size() - kListBoxLines);
+        request.details = lines.join(QLatin1Char('\n'));
+    }
+    return request;
 }
 
 void ShowFailure(MessageBoxes& boxes, const model::Result& result) {

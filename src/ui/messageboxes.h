@@ -4,6 +4,7 @@
 #include "model/outcome.h"
 
 #include <QString>
+#include <QStringList>
 #include <QVector>
 
 class QWidget;
@@ -15,11 +16,19 @@ enum class MessageIcon { None, Information, Question, Warning, Critical };
 enum class MessageAnswer { Ok, Cancel, Yes, No };
 
 struct MessageRequest {
+    MessageRequest() = default;
+    MessageRequest(QString text, QString title, MessageButtons buttons = MessageButtons::Ok,
+                   MessageIcon icon = MessageIcon::None, MessageAnswer defaultButton = MessageAnswer::Ok,
+                   QString details = QString())
+        : text(std::move(text)), title(std::move(title)), buttons(buttons), icon(icon),
+          defaultButton(defaultButton), details(std::move(details)) {}
+
     QString text;
     QString title;
     MessageButtons buttons = MessageButtons::Ok;
     MessageIcon icon = MessageIcon::None;
     MessageAnswer defaultButton = MessageAnswer::Ok;
+    QString details; // a long list, behind the box's "Show Details..." button
     bool operator==(const MessageRequest&) const = default;
 };
 
@@ -58,6 +67,11 @@ MessageRequest ErrorBox(const QString& message);     // "Data Error", "File Open
 MessageRequest FatalErrorBox(const QString& detail); // the run-time error report that ends the program
 MessageRequest ConfirmBox(const QString& title, const QString& warning, const QString& question);
 MessageRequest SaveChangesBox();
+// A summary over a list of lines (differences, reports): the first lines in the box itself,
+// every line in its details when there are more.
+MessageRequest ListBox(const QString& title, const QString& summary, const QStringList& lines,
+                       MessageIcon icon = MessageIcon::Information);
+inline constexpr int kListBoxLines = 10;
 
 // The error box of a command that failed; success and a cancelled dialog show nothing.
 void ShowFailure(MessageBoxes& boxes, const model::Result& result);

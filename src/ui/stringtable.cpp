@@ -43,6 +43,11 @@ constexpr Entry kEnglish[] = {
     {1205, "Settings(&S)"},
     {1206, "Memory(&M)"},
     {1207, "ALL(&A)"},
+    // Entries of this program's own, beside the designed ones.
+    {1310, "Import CHIRP CSV(&H)..."},
+    {1311, "Export CHIRP CSV(&V)..."},
+    {1312, "Verify Radio(&V)"},
+    {1313, "Open Trace Folder(&T)"},
 };
 
 constexpr Entry kJapanese[] = {
@@ -99,6 +104,10 @@ constexpr Entry kJapanese[] = {
     {1205, "設定(&S)"},
     {1206, "メモリ(&M)"},
     {1207, "全て(&A)"},
+    {1310, "CHIRP CSV インポート(&H)..."},
+    {1311, "CHIRP CSV エクスポート(&V)..."},
+    {1312, "無線機と照合(&V)"},
+    {1313, "トレース フォルダを開く(&T)"},
 };
 
 template <size_t N> QHash<int, QString> makeTable(const Entry (&entries)[N]) {

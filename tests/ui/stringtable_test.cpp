@@ -5,6 +5,8 @@
 
 #include <QAction>
 #include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
 
 namespace zq::ui {
 namespace {
@@ -52,6 +54,38 @@ TEST_F(UserLocale, WindowSpeaksTheUsersLanguage) {
     }
     EXPECT_EQ(window->windowTitle(), model::AppTitle());
 }
+
+// In either language every entry of a menu (and every menu of the bar) has a caption from the
+// table and an accelerator letter that no other entry of the same menu uses.
+class MenuAccelerators : public test::WindowFixture, public ::testing::WithParamInterface<Language> {
+protected:
+    MenuAccelerators() : WindowFixture(GetParam()) {}
+};
+
+TEST_P(MenuAccelerators, AreUniqueWithinEachMenu) {
+    ASSERT_TRUE(load().ok());
+    QList<QList<QAction*>> menus{window->menuBar()->actions()};
+    for (const QMenu* menu : window->findChildren<QMenu*>())
+        menus.append(menu->actions());
+    for (const QList<QAction*>& entries : menus) {
+        QHash<QChar, QString> taken;
+        for (const QAction* entry : entries) {
+            if (entry->isSeparator()) continue;
+            const QString caption = entry->text();
+            const qsizetype amp = caption.indexOf(QLatin1Char('&'));
+            ASSERT_TRUE(amp >= 0 && amp + 1 < caption.size()) << entry->objectName().toStdString();
+            const QChar letter = caption.at(amp + 1).toUpper();
+            EXPECT_FALSE(taken.contains(letter))
+                << caption.toStdString() << " and " << taken.value(letter).toStdString();
+            taken.insert(letter, caption);
+        }
+    }
+    for (const char* added : {"mnuImportChirp", "mnuExportChirp", "mnuToolsVerify", "mnuHelpTraces"})
+        EXPECT_TRUE(find<QAction>(added)->text().contains(QLatin1Char('&'))) << added;
+}
+
+INSTANTIATE_TEST_SUITE_P(Languages, MenuAccelerators, ::testing::Values(English, Japanese),
+                         [](const auto& info) { return info.param == English ? "English" : "Japanese"; });
 
 } // namespace
 } // namespace zq::ui
