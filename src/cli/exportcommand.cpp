@@ -9,6 +9,9 @@ int exportCommand(const QStringList& arguments, CliContext& context) {
     parser.addOption(output);
     if (const auto status = ParseVerbArguments(parser, arguments, *context.command, 1)) return *status;
     if (!parser.isSet(output)) return UsageError(QStringLiteral("-o FILE.csv is required"), *context.command);
+    if (const auto refused =
+            RefuseOutputOntoInput(parser.value(output), parser.positionalArguments(), *context.command))
+        return *refused;
 
     model::Document document;
     if (const model::Result opened = OpenAsAtStartup(document, parser.positionalArguments().first());

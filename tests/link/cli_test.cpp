@@ -105,7 +105,8 @@ const FailureCase kFailures[] = {
     {"ReadSettingsHangup", "--port PORT read --settings -o OUT", "hangup@00F0", 4, "COM Port Error"},
     {"WriteDataError", "--port PORT write OUT", "", 5, "Data Error"},
     {"ReadBothOptions", "--port PORT read --settings --memory -o OUT", "", 2, "zq318 read"},
-    {"DumpIntoFileHangup", "--port PORT dump -o OUT", "hangup@0100", 6, "Run-time error: cannot open"},
+    {"DumpIntoFileHangup", "--port PORT dump -o OUT", "hangup@0100", 3, "Communication Error: no answer to KV~F0100R"},
+    {"DumpUnanswered", "--port PORT dump", "timeout@0000", 3, "Communication Error: no answer to KV~F0000R"},
     {"NoSuchPort", "--port /dev/zq318-no-such-port detect", "", 4, "COM Port Error"}};
 INSTANTIATE_TEST_SUITE_P(Verbs, CliFailureTest, ::testing::ValuesIn(kFailures), CaseName);
 
