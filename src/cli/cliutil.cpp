@@ -139,7 +139,11 @@ void LoadStartupData(model::Document& document) {
 
 model::Result OpenAsAtStartup(model::Document& document, const QString& path) {
     LoadStartupData(document);
-    return files::LoadCloneFile(document, path);
+    model::Result opened = files::LoadCloneFile(document, path);
+    // A verb may open two files: the message names the one at fault.
+    if (!opened.ok() && !opened.detail.startsWith(path))
+        opened.detail = path + QStringLiteral(": ") + opened.detail;
+    return opened;
 }
 
 model::Result StartFromBase(model::Document& document, const QCommandLineParser& parser,

@@ -51,7 +51,7 @@ QCommandLineOption BaseOption();
 
 // The data the window holds right after start-up with no file.
 void LoadStartupData(model::Document& document);
-// The start-up open of a clone file: its header selects variant and clone code.
+// The start-up open of a clone file: its header selects variant and clone code. A failure names the file.
 model::Result OpenAsAtStartup(model::Document& document, const QString& path);
 // The starting point of a verb with --base: that clone file when given, else the start-up data.
 model::Result StartFromBase(model::Document& document, const QCommandLineParser& parser,

@@ -34,7 +34,7 @@ void PrintImportReport(const files::CsvImportReport& report, const QString& path
     using FieldCount = files::CsvImportReport::FieldCount;
     using Dropped = files::CsvImportReport::Dropped;
     printSome(report.wrongFieldCounts, report.wrongFieldCountLines, path, [](const FieldCount& f) {
-        return QStringLiteral("%1: %2 instead of 18 fields; the fields after them are read out of place")
+        return QStringLiteral("%1: %2 instead of 18; the fields that follow are read out of place")
             .arg(f.line)
             .arg(f.fields == 1 ? QStringLiteral("1 field") : QStringLiteral("%1 fields").arg(f.fields));
     });
