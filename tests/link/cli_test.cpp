@@ -17,6 +17,7 @@ struct ToolRun {
     int status = -1;
     QByteArray out;
     QString firstErrorLine;
+    QStringList errorLines;
 };
 
 // Lets the radios answer while the tool runs; one still running after a minute is killed on return.
@@ -28,8 +29,8 @@ ToolRun RunTool(const QStringList& arguments) {
     process.start(QStringLiteral(ZQ318_PATH), arguments);
     loop.exec();
     if (process.state() != QProcess::NotRunning || process.exitStatus() != QProcess::NormalExit) return {};
-    return {process.exitCode(), process.readAllStandardOutput(),
-            QString::fromUtf8(process.readAllStandardError()).section(QLatin1Char('\n'), 0, 0)};
+    const QStringList errors = QString::fromUtf8(process.readAllStandardError()).split(QLatin1Char('\n'));
+    return {process.exitCode(), process.readAllStandardOutput(), errors.first(), errors};
 }
 
 TEST(CliTest, ReadWriteAndDumpCopyOneRadioToAnother) {
@@ -68,12 +69,43 @@ TEST(CliTest, ReadWriteAndDumpCopyOneRadioToAnother) {
     EXPECT_EQ(target.commands().last(), QStringLiteral("KV~F0FF0R")); // no service control ends a session
 }
 
+// A save that fails after the transfer (the folder went away meanwhile) leaves what was read in a
+// recovery file, named on standard error.
+TEST(CliTest, ReadKeepsWhatItReadWhenTheSaveFails) {
+    VirtualRadio source;
+    ASSERT_TRUE(source.open().ok());
+    FillSampleRadio(source);
+    QTemporaryDir dir, home;
+    QDir(dir.path()).mkdir(QStringLiteral("gone"));
+    QObject::connect(&source, &VirtualRadio::commandReceived,
+                     [&dir] { QDir(dir.filePath(QStringLiteral("gone"))).removeRecursively(); });
+    qputenv("XDG_DATA_HOME", home.path().toLocal8Bit());
+    const ToolRun run = RunTool(
+        {"--port", source.devicePath(), "--quiet", "read", "-o", dir.filePath(QStringLiteral("gone/x.318"))});
+    qunsetenv("XDG_DATA_HOME");
+    EXPECT_EQ(run.status, 6);
+    EXPECT_TRUE(run.firstErrorLine.startsWith(QStringLiteral("File Open Error: ") + dir.path()))
+        << run.firstErrorLine.toStdString();
+    const QString prefix = QStringLiteral("The data read are saved in ");
+    ASSERT_TRUE(run.errorLines.value(1).startsWith(prefix)) << run.errorLines.join('\n').toStdString();
+    const QString recovery = run.errorLines[1].mid(prefix.size());
+    EXPECT_TRUE(recovery.startsWith(home.filePath(QStringLiteral("Korvex/zq318/recovery/"))));
+    QFile saved(recovery);
+    ASSERT_TRUE(saved.open(QIODevice::ReadOnly));
+    QStringList lines = QString::fromLatin1(saved.readAll()).split(QStringLiteral("\r\n"));
+    QStringList expected = CloneLines(source.memory()) << QString();
+    lines.remove(7, 2); // the repeater record, which a read does not fetch
+    expected.remove(7, 2);
+    EXPECT_EQ(lines, expected);
+}
+
 struct FailureCase {
     const char* name;
     const char* arguments; // PORT: the radio's device, OUT: an existing file
     const char* fault;
     int status;
     const char* message;
+    bool radioUntouched = false; // the tool gave up before sending anything
 };
 
 class CliFailureTest : public RadioTest, public ::testing::WithParamInterface<FailureCase> {};
@@ -96,6 +128,9 @@ TEST_P(CliFailureTest, ReportsAndLeavesOutputAlone) {
         << run.firstErrorLine.toStdString();
     ASSERT_TRUE(existing.open(QIODevice::ReadOnly));
     EXPECT_EQ(existing.readAll(), QByteArray("previous contents\n"));
+    if (c.radioUntouched) {
+        EXPECT_EQ(radio.commands(), QStringList());
+    }
 }
 
 // One case per verb's failure path; the transfers' own failures are covered against the link. The service
@@ -105,7 +140,10 @@ const FailureCase kFailures[] = {
     {"ReadSettingsHangup", "--port PORT read --settings -o OUT", "hangup@00F0", 4, "COM Port Error"},
     {"WriteDataError", "--port PORT write OUT", "", 5, "Data Error"},
     {"ReadBothOptions", "--port PORT read --settings --memory -o OUT", "", 2, "zq318 read"},
-    {"DumpIntoFileHangup", "--port PORT dump -o OUT", "hangup@0100", 3, "Communication Error: no answer to KV~F0100R"},
+    {"DumpIntoFileHangup", "--port PORT dump -o OUT", "hangup@0100", 3,
+     "Communication Error: no answer to KV~F0100R"},
+    {"ReadIntoAMissingFolder", "--port PORT read -o OUT.d/out.318", "", 6, "File Open Error: ", true},
+    {"DumpIntoAMissingFolder", "--port PORT dump -o OUT.d/out.txt", "", 6, "File Open Error: ", true},
     {"DumpUnanswered", "--port PORT dump", "timeout@0000", 3, "Communication Error: no answer to KV~F0000R"},
     {"NoSuchPort", "--port /dev/zq318-no-such-port detect", "", 4, "COM Port Error"}};
 INSTANTIATE_TEST_SUITE_P(Verbs, CliFailureTest, ::testing::ValuesIn(kFailures), CaseName);
