@@ -74,7 +74,7 @@ bool writable(const QString& path, bool folder) {
 }
 
 QString usageLine(const Command& command) {
-    return QStringLiteral("Usage: zq318 [--port PORT] [--quiet] %1 %2")
+    return QStringLiteral("Usage: zq318 [--port PORT] [--quiet] [--trace FILE] %1 %2")
         .arg(QLatin1String(command.name), QLatin1String(command.synopsis));
 }
 } // namespace
@@ -86,14 +86,22 @@ void PrintErr(const QString& text) {
     printLine(stderr, text);
 }
 
+namespace {
+QString lastReport;
+}
+
 int Report(const model::Result& result) {
     if (result.ok()) return ExitOk;
     const QString message = result.message();
-    if (result.detail.isEmpty() || result.detail == message)
-        PrintErr(message);
-    else
-        PrintErr(message + QStringLiteral(": ") + result.detail);
+    lastReport = result.detail.isEmpty() || result.detail == message
+                     ? message
+                     : message + QStringLiteral(": ") + result.detail;
+    PrintErr(lastReport);
     return ExitStatusFor(result);
+}
+
+QString LastReport() {
+    return lastReport;
 }
 
 int UsageError(const QString& text, const Command& command) {
@@ -112,6 +120,10 @@ std::optional<int> ParseVerbArguments(QCommandLineParser& parser, const QStringL
     if (parser.isSet(help)) {
         PrintOut(usageLine(command));
         PrintOut(QLatin1String(command.help));
+        // The verb's options as the parser describes them, without its own usage line.
+        const QString options = parser.helpText().section(QStringLiteral("Options:"), 1);
+        PrintOut(QString());
+        PrintOut(QStringLiteral("Options:") + options.trimmed().prepend(QStringLiteral("\n  ")));
         return ExitOk;
     }
     const qsizetype given = parser.positionalArguments().size();

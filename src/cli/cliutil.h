@@ -7,7 +7,12 @@
 #include <QCommandLineParser>
 #include <QString>
 #include <QStringList>
+#include <memory>
 #include <optional>
+
+namespace zq::link {
+class TraceRecorder;
+}
 
 namespace zq::cli {
 
@@ -17,7 +22,10 @@ struct Command;
 struct CliContext {
     QString port;       // --port: a device path or a number 1..14; empty when not given
     bool quiet = false; // --quiet: no progress display
+    QString tracePath;  // --trace: where the serial trace goes instead of the traces folder
     const Command* command = nullptr;
+    QString commandLine;                        // for the trace's heading
+    std::shared_ptr<link::TraceRecorder> trace; // made when a verb opens the link
 };
 
 enum ExitStatus : int {
@@ -40,6 +48,8 @@ void PrintErr(const QString& text); // one line on standard error
 // Prints "Message: detail" (or the message alone) as the first line on standard error and gives
 // the exit status; nothing is printed for success.
 int Report(const model::Result& result);
+// What Report printed last ("Message: detail"), empty when it printed nothing.
+QString LastReport();
 int UsageError(const QString& text, const Command& command);
 
 // Parses a verb's arguments after its options were added to `parser`. Returns an exit status

@@ -18,9 +18,17 @@ int dumpCommand(const QStringList& arguments, CliContext& context) {
     link::SerialLink serial;
     if (const model::Result opened = OpenLink(context, serial); !opened.ok()) return Report(opened);
     QString dump;
-    // Unlike the service panel, the tool stops at the first block nobody answers.
-    if (const model::Result dumped = link::DumpAnsweredBlocks(serial, dump); !dumped.ok())
-        return Report(dumped);
+    model::Result dumped;
+    {
+        ProgressBar progress(context, QStringLiteral("Dump"));
+        const link::StepProgress step = progress.steps();
+        int lines = 0;
+        // Unlike the service panel, the tool stops at the first block nobody answers.
+        dumped = link::DumpAnsweredBlocks(serial, dump, [&](const QString&) {
+            if (step) step(lines++, 256); // one call per block dumped
+        });
+    }
+    if (!dumped.ok()) return Report(dumped);
     // Each line ends as the radio's reply did (CR LF).
     const QByteArray bytes = dump.toLatin1();
     if (parser.isSet(output)) return Report(WriteOutput(parser.value(output), bytes));

@@ -31,13 +31,18 @@ int readCommand(const QStringList& arguments, CliContext& context) {
     if (const model::Result detected = link::AutoSelect(serial, document); !detected.ok())
         return Report(detected);
     if (!parser.isSet(memoryOnly)) {
-        if (const model::Result read = link::ReadSettings(serial, document); !read.ok()) return Report(read);
+        ProgressBar progress(context, QStringLiteral("Read Settings"));
+        if (const model::Result read = link::ReadSettings(serial, document, progress.steps()); !read.ok())
+            return Report(read);
     }
     if (!parser.isSet(settingsOnly)) {
         ProgressBar progress(context, QStringLiteral("Read Memory"));
         if (const model::Result read = link::ReadMemory(serial, document, progress.callback()); !read.ok())
             return Report(read);
     }
+    KeepBackup(document, parser.isSet(settingsOnly) ? QStringLiteral("read-settings")
+                         : parser.isSet(memoryOnly) ? QStringLiteral("read-memory")
+                                                    : QStringLiteral("read"));
     const model::Result saved = WriteOutput(path, files::SerializeCloneFile(document));
     if (saved.ok()) return ExitOk;
     // What was read is not lost with the file that could not be written.

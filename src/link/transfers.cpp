@@ -1,5 +1,6 @@
 #include "transfers.h"
 
+#include "blockmap.h"
 #include "model/channelcodec.h"
 #include "model/dialcodec.h"
 #include "model/document.h"
@@ -23,6 +24,8 @@ constexpr int kEndReplyLength = 9;    // echo (5), "OK" CR LF
 constexpr int kPayloadStart = 10;     // the data digits follow the echoed command
 constexpr int kBlockDigits = 32;
 constexpr int kSpecialRecordPauseMs = 100;
+// The settings halves, the VFO and CALL records and the nine dial memories; the RPT record is not read.
+constexpr int kSettingsReadBlocks = 2 + 4 + zq::model::kDialCount;
 
 const QString kModelCheck = QStringLiteral("ZQ318");
 const QString kEndCommand = QStringLiteral("KV~E");
@@ -100,14 +103,6 @@ Result OpenPortUntrapped(SerialLink& link) {
     return opened;
 }
 
-QString SpecialAddress(int row, int half) {
-    return QStringLiteral("01") + QString::number(2 * row + half, 16).toUpper() + QLatin1Char('0');
-}
-
-QString DialAddress(int memory) {
-    return QStringLiteral("1F") + QString::number(memory) + QLatin1Char('0');
-}
-
 } // namespace
 
 Result ReadMemory(SerialLink& link, Document& document, const Progress& progress) {
@@ -140,39 +135,38 @@ Result WriteMemory(SerialLink& link, Document& document, const Progress& progres
     Result failure;
     if (!ModelCheck(link, failure)) return failure;
     link.Wait(kCommandPauseMs);
-    for (int channel = 0; channel < zq::model::kChannelCount; ++channel) {
-        if (progress) progress(channel);
+    for (const BlockSlot& slot : MemorySlots()) {
+        if (slot.half == 0 && progress) progress(slot.index);
         link.Wait(kCommandPauseMs);
-        if (!WriteBlock(link, zq::model::ChannelBlockAddress(channel, 0),
-                        zq::model::EncodeChannelFirstHalf(document.memory(), channel), failure))
-            return failure;
-        link.Wait(kCommandPauseMs);
-        if (!WriteBlock(link, zq::model::ChannelBlockAddress(channel, 1),
-                        zq::model::EncodeChannelSecondHalf(document.memory(), channel), failure))
-            return failure;
+        if (!WriteBlock(link, slot.address, SlotData(document, slot), failure)) return failure;
     }
     link.Wait(kCommandPauseMs);
     link.TxEnd();
     return Result::done();
 }
 
-Result ReadSettings(SerialLink& link, Document& document) {
+Result ReadSettings(SerialLink& link, Document& document, const StepProgress& progress) {
     if (Result opened = OpenPort(link); !opened.ok()) return opened;
     Result failure;
+    int step = 0;
+    const auto readNext = [&](const QString& address, QString& payload) {
+        if (progress) progress(step++, kSettingsReadBlocks);
+        return ReadBlock(link, address, payload, failure);
+    };
     QString halfA, halfB;
-    if (!ReadBlock(link, QStringLiteral("00E0"), halfA, failure)) return failure;
+    if (!readNext(QStringLiteral("00E0"), halfA)) return failure;
     document.setSettingsHalf(0, halfA);
     link.Wait(kCommandPauseMs);
-    if (!ReadBlock(link, QStringLiteral("00F0"), halfB, failure)) return failure;
+    if (!readNext(QStringLiteral("00F0"), halfB)) return failure;
     document.setSettingsHalf(1, halfB);
     document.applySettingsBlock();
 
     for (int row = zq::model::kVfoRow; row <= zq::model::kCallRow; ++row) {
         QString first, second;
         link.Wait(kCommandPauseMs);
-        if (!ReadBlock(link, SpecialAddress(row, 0), first, failure)) return failure;
+        if (!readNext(SpecialBlockAddress(row, 0), first)) return failure;
         link.Wait(kCommandPauseMs);
-        if (!ReadBlock(link, SpecialAddress(row, 1), second, failure)) return failure;
+        if (!readNext(SpecialBlockAddress(row, 1), second)) return failure;
         CodecError error = CodecError::None;
         document.changeSpecial(
             row, row,
@@ -190,7 +184,7 @@ Result ReadSettings(SerialLink& link, Document& document) {
     for (int memory = 0; memory < zq::model::kDialCount; ++memory) {
         link.Wait(kCommandPauseMs);
         QString record;
-        if (!ReadBlock(link, DialAddress(memory), record, failure)) return failure;
+        if (!readNext(DialBlockAddress(memory), record)) return failure;
         document.setDialText(memory, zq::model::UpDateDialData(record), Document::Mark::Quiet);
     }
     link.Wait(kCommandPauseMs);
@@ -198,29 +192,21 @@ Result ReadSettings(SerialLink& link, Document& document) {
     return Result::done();
 }
 
-Result WriteSettings(SerialLink& link, Document& document) {
+Result WriteSettings(SerialLink& link, Document& document, const StepProgress& progress) {
     if (Result opened = OpenPort(link); !opened.ok()) return opened;
     Result failure;
     if (!ModelCheck(link, failure)) return failure;
     link.Wait(kCommandPauseMs);
     document.buildSettingsBlock();
-    if (!WriteBlock(link, QStringLiteral("00E0"), document.settingsBlock().halfA, failure)) return failure;
-    link.Wait(kCommandPauseMs);
-    if (!WriteBlock(link, QStringLiteral("00F0"), document.settingsBlock().halfB, failure)) return failure;
-
-    for (int row = zq::model::kVfoRow; row <= zq::model::kRptRow; ++row) {
-        link.Wait(kCommandPauseMs);
-        if (!WriteBlock(link, SpecialAddress(row, 0), document.encodeSpecialHalf(row, 0), failure))
-            return failure;
-        link.Wait(kSpecialRecordPauseMs);
-        if (!WriteBlock(link, SpecialAddress(row, 1), document.encodeSpecialHalf(row, 1), failure))
-            return failure;
-    }
-    for (int memory = 0; memory < zq::model::kDialCount; ++memory) {
-        link.Wait(kCommandPauseMs);
-        if (!WriteBlock(link, DialAddress(memory), zq::model::MakeDialData(document.dialTexts()[memory]),
-                        failure))
-            return failure;
+    const QList<BlockSlot>& slots = SettingsWriteSlots();
+    for (qsizetype step = 0; step < slots.size(); ++step) {
+        const BlockSlot& slot = slots[step];
+        // The second half of a special record waits ten times the usual pause.
+        if (step > 0)
+            link.Wait(slot.owner == BlockSlot::Owner::Special && slot.half == 1 ? kSpecialRecordPauseMs
+                                                                                : kCommandPauseMs);
+        if (progress) progress(int(step), int(slots.size()));
+        if (!WriteBlock(link, slot.address, SlotData(document, slot), failure)) return failure;
     }
     link.Wait(kCommandPauseMs);
     link.TxEnd();
@@ -261,6 +247,23 @@ Result AutoSelect(SerialLink& link, Document& document) {
     link.Wait(kCommandPauseMs);
     const QString end = link.SendCommand(kEndCommand);
     if (!Acknowledged(end, kEndReplyLength)) return Mismatch(kEndCommand, end, kEndReplyLength);
+    return Result::done();
+}
+
+Result ReadBlocks(SerialLink& link, const QStringList& addresses, QStringList& payloads,
+                  const StepProgress& progress) {
+    payloads.clear();
+    if (Result opened = OpenPort(link); !opened.ok()) return opened;
+    Result failure;
+    for (qsizetype step = 0; step < addresses.size(); ++step) {
+        if (step > 0) link.Wait(kCommandPauseMs);
+        if (progress) progress(int(step), int(addresses.size()));
+        QString payload;
+        if (!ReadBlock(link, addresses[step], payload, failure)) return failure;
+        payloads.append(payload);
+    }
+    link.Wait(kCommandPauseMs);
+    link.TxEnd();
     return Result::done();
 }
 

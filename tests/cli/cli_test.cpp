@@ -81,9 +81,13 @@ const CliCase kCases[] = {
      "channel 2 Name: \"W1AW\" | \"OTHER\"\n"},
     {"DiffWithOneFile", "diff demo.318", 2, "zq318 diff: missing argument"},
     {"Version", "--version", 0, "", "zq318 1.0.0\n"},
-    {"VerbHelp", "import --help", 0, "",
-     "Usage: zq318 [--port PORT] [--quiet] import FILE.csv -o FILE.318 [--base FILE.318]\n"
-     "Import CSV channels onto a clone file (or the start-up data) and save the result.\n"},
+    {"VerbHelp", "verify --help", 0, "",
+     "Usage: zq318 [--port PORT] [--quiet] [--trace FILE] verify FILE.318 [--settings | --memory]\n"
+     "Read back what writing the clone file sends and list the differences; exit status 3 when any.\n\n"
+     "Options:\n"
+     "  --settings  Only the settings, special channels and dial memories.\n"
+     "  --memory    Only the memory channels.\n"
+     "  -h, --help  Show this help.\n"},
     {"NoCommand", "", 2, "zq318: no command given"},
     {"UnknownCommand", "frobnicate", 2, "zq318: unknown command \"frobnicate\""},
     {"UnknownOption", "--frob check", 2, "zq318: Unknown option 'frob'"},

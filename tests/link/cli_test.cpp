@@ -2,9 +2,14 @@
 #include "linkfixture.h"
 #include "radio/radioimage.h"
 
+#include "files/clonefile.h"
+
+#include <QDir>
 #include <QEventLoop>
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -17,20 +22,30 @@ struct ToolRun {
     int status = -1;
     QByteArray out;
     QString firstErrorLine;
-    QStringList errorLines;
+    QString errors; // all of standard error
 };
 
+// Where the runs keep their backups and traces unless a test looks at them.
+QString SharedDataHome() {
+    static QTemporaryDir home;
+    return home.path();
+}
+
 // Lets the radios answer while the tool runs; one still running after a minute is killed on return.
-ToolRun RunTool(const QStringList& arguments) {
+ToolRun RunTool(const QStringList& arguments, const QString& dataHome = SharedDataHome()) {
     QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("XDG_DATA_HOME"), dataHome);
+    process.setProcessEnvironment(environment);
     QEventLoop loop;
     QObject::connect(&process, &QProcess::finished, &loop, &QEventLoop::quit);
     QTimer::singleShot(60000, &loop, &QEventLoop::quit);
     process.start(QStringLiteral(ZQ318_PATH), arguments);
     loop.exec();
     if (process.state() != QProcess::NotRunning || process.exitStatus() != QProcess::NormalExit) return {};
-    const QStringList errors = QString::fromUtf8(process.readAllStandardError()).split(QLatin1Char('\n'));
-    return {process.exitCode(), process.readAllStandardOutput(), errors.first(), errors};
+    const QString errors = QString::fromUtf8(process.readAllStandardError());
+    return {process.exitCode(), process.readAllStandardOutput(), errors.section(QLatin1Char('\n'), 0, 0),
+            errors};
 }
 
 TEST(CliTest, ReadWriteAndDumpCopyOneRadioToAnother) {
@@ -54,6 +69,8 @@ TEST(CliTest, ReadWriteAndDumpCopyOneRadioToAnother) {
     expected.remove(7, 2);
     EXPECT_EQ(lines, expected);
 
+    target.setModelCode(kModelCodeE); // what the file's header says, or the write is refused
+    target.setCloneCodeA(true);
     const ToolRun writeRun = RunTool({"--port", target.devicePath(), "--quiet", "write", file});
     ASSERT_EQ(writeRun.status, 0) << writeRun.firstErrorLine.toStdString();
     QStringList copied = CloneLines(target.memory()); // the identity block is not written
@@ -79,16 +96,16 @@ TEST(CliTest, ReadKeepsWhatItReadWhenTheSaveFails) {
     QDir(dir.path()).mkdir(QStringLiteral("gone"));
     QObject::connect(&source, &VirtualRadio::commandReceived,
                      [&dir] { QDir(dir.filePath(QStringLiteral("gone"))).removeRecursively(); });
-    qputenv("XDG_DATA_HOME", home.path().toLocal8Bit());
     const ToolRun run = RunTool(
-        {"--port", source.devicePath(), "--quiet", "read", "-o", dir.filePath(QStringLiteral("gone/x.318"))});
-    qunsetenv("XDG_DATA_HOME");
+        {"--port", source.devicePath(), "--quiet", "read", "-o", dir.filePath(QStringLiteral("gone/x.318"))},
+        home.path());
     EXPECT_EQ(run.status, 6);
     EXPECT_TRUE(run.firstErrorLine.startsWith(QStringLiteral("File Open Error: ") + dir.path()))
         << run.firstErrorLine.toStdString();
     const QString prefix = QStringLiteral("The data read are saved in ");
-    ASSERT_TRUE(run.errorLines.value(1).startsWith(prefix)) << run.errorLines.join('\n').toStdString();
-    const QString recovery = run.errorLines[1].mid(prefix.size());
+    const QString said = run.errors.section(QLatin1Char('\n'), 1, 1);
+    ASSERT_TRUE(said.startsWith(prefix)) << run.errors.toStdString();
+    const QString recovery = said.mid(prefix.size());
     EXPECT_TRUE(recovery.startsWith(home.filePath(QStringLiteral("Korvex/zq318/recovery/"))));
     QFile saved(recovery);
     ASSERT_TRUE(saved.open(QIODevice::ReadOnly));
@@ -147,5 +164,124 @@ const FailureCase kFailures[] = {
     {"DumpUnanswered", "--port PORT dump", "timeout@0000", 3, "Communication Error: no answer to KV~F0000R"},
     {"NoSuchPort", "--port /dev/zq318-no-such-port detect", "", 4, "COM Port Error"}};
 INSTANTIATE_TEST_SUITE_P(Verbs, CliFailureTest, ::testing::ValuesIn(kFailures), CaseName);
+
+struct WriteCase {
+    const char* name;
+    int modelCode; // the radio's
+    bool cloneCodeA;
+    const char* fault;
+    const char* arguments; // FILE: the sample, variant T with clone code 0
+    int status;
+    const char* outStart; // how standard output starts
+    const char* errorStart;
+    bool written; // whether any block was written
+};
+
+class CliWriteTest : public RadioTest, public ::testing::WithParamInterface<WriteCase> {};
+
+TEST_P(CliWriteTest, GuardsVerifiesAndReports) {
+    const WriteCase& c = GetParam();
+    radio.setModelCode(c.modelCode);
+    radio.setCloneCodeA(c.cloneCodeA);
+    ASSERT_NO_FATAL_FAILURE(addFault(c.fault));
+    FillSampleDocument(document);
+    QTemporaryDir dir;
+    const QString file = dir.filePath(QStringLiteral("sample.318"));
+    ASSERT_TRUE(zq::files::SaveCloneFile(document, file).ok());
+
+    const ToolRun run = RunTool(QString::fromLatin1(c.arguments)
+                                    .split(QLatin1Char(' '))
+                                    .replaceInStrings(QStringLiteral("FILE"), file)
+                                    .replaceInStrings(QStringLiteral("PORT"), radio.devicePath()));
+    EXPECT_EQ(run.status, c.status) << run.errors.toStdString();
+    EXPECT_TRUE(run.out.startsWith(c.outStart)) << run.out.toStdString();
+    if (*c.errorStart)
+        EXPECT_TRUE(
+            run.errors.startsWith(QString::fromLatin1(c.errorStart).replace(QStringLiteral("FILE"), file)))
+            << run.errors.toStdString();
+    else
+        EXPECT_EQ(run.errors, QString());
+    EXPECT_EQ(!radio.commands().filter(QRegularExpression(QStringLiteral("^KV~F....W"))).isEmpty(),
+              c.written);
+}
+
+// The sample's channel n is at 136 + 0.1875 n MHz, in use unless n % 4 is 3; the radio starts blank.
+const WriteCase kWrites[] = {
+    {"VerifyPasses", kModelCodeT, false, "", "--port PORT write FILE --memory --verify", 0,
+     "No differences\n", "", true},
+    {"VerifyCatchesADroppedWrite", kModelCodeT, false, "drop@0340",
+     "--port PORT write FILE --memory --verify", 3, "0340 channel 10, in use: file \"yes\", radio \"no\"\n",
+     "Communication Error: 1 difference", true},
+    {"VerifyAloneOnABlankRadio", kModelCodeT, false, "", "--port PORT verify FILE --settings", 3,
+     "00E0 settings, ", "Communication Error: ", false},
+    {"OtherVariantRefused", kModelCodeE, false, "", "--port PORT write FILE --settings", 5, "",
+     "Data Error: FILE was made for ZQ-318 T, clone code 0, the radio is ZQ-318 E, clone code 0; --force "
+     "writes it "
+     "anyway\nOutside the radio's band (144.000-145.995MHz): VFO (146.5200), channel 0 (136.0000), channel 1 "
+     "(136.1875), channel 2 (136.3750), channel 4",
+     false},
+    {"OtherCloneCodeRefused", kModelCodeT, true, "", "--port PORT write FILE --settings", 5, "",
+     "Data Error: ", false},
+    {"ForceWritesAnyway", kModelCodeE, false, "", "--port PORT write FILE --settings --force", 0, "", "",
+     true},
+    {"UnknownRadioRefused", 0x34, false, "", "--port PORT write FILE --settings", 3, "",
+     "Communication Error: unknown model code 34", false},
+};
+INSTANTIATE_TEST_SUITE_P(Writes, CliWriteTest, ::testing::ValuesIn(kWrites), CaseName);
+
+// Reads and writes leave a backup and a trace each under the data folder; `backups` lists them.
+TEST(CliDataTest, BackupsAndTracesFollowTransfers) {
+    VirtualRadio radio;
+    ASSERT_TRUE(radio.open().ok());
+    FillSampleRadio(radio);
+    QTemporaryDir home, dir;
+    const QString file = dir.filePath(QStringLiteral("read.318"));
+    const QString port = radio.devicePath();
+    ASSERT_EQ(RunTool({"--port", port, "read", "--settings", "-o", file}, home.path()).status, 0);
+    ASSERT_EQ(RunTool({"--port", port, "write", "--settings", file}, home.path()).status, 0);
+    const QString trace = dir.filePath(QStringLiteral("detect.txt"));
+    ASSERT_EQ(RunTool({"--trace", trace, "--port", port, "detect"}, home.path()).status, 0);
+
+    const ToolRun listed = RunTool({"backups"}, home.path());
+    ASSERT_EQ(listed.status, 0);
+    const QStringList lines = QString::fromUtf8(listed.out).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    ASSERT_EQ(lines.size(), 3) << listed.out.toStdString();
+    EXPECT_TRUE(lines[0].startsWith(QStringLiteral("Date ")));
+    // The read kept what the start-up data hold in memory: no channel in use.
+    for (const auto& [line, operation] : {std::pair{1, "write-settings"}, std::pair{2, "read-settings"}}) {
+        const QStringList cells = lines[line].split(QRegularExpression(QStringLiteral("  +")));
+        ASSERT_EQ(cells.size(), 6) << lines[line].toStdString();
+        EXPECT_EQ(cells[1], QLatin1String(operation));
+        EXPECT_EQ(cells[2].toLongLong(), QFileInfo(cells[5]).size());
+        EXPECT_EQ(cells[3], QStringLiteral("ZQ-318 T, clone code 0"));
+        EXPECT_EQ(cells[4], QStringLiteral("0"));
+    }
+    const QDir traces(home.filePath(QStringLiteral("Korvex/zq318/traces")));
+    EXPECT_EQ(traces.entryList(QDir::Files).size(), 2); // read and write; detect went to its own file
+    QFile detected(trace);
+    ASSERT_TRUE(detected.open(QIODevice::ReadOnly));
+    const QString text = QString::fromUtf8(detected.readAll());
+    EXPECT_TRUE(text.contains(QStringLiteral("sent        ZQ318\\r\n"))) << text.toStdString();
+    EXPECT_TRUE(text.endsWith(QStringLiteral("outcome     done\n"))) << text.toStdString();
+}
+
+// A backup that cannot be kept is told once; the read goes on and saves its file.
+TEST(CliDataTest, AnUnwritableBackupFolderDoesNotStopARead) {
+    VirtualRadio radio;
+    ASSERT_TRUE(radio.open().ok());
+    QTemporaryDir home, dir;
+    ASSERT_TRUE(QDir(home.path()).mkpath(QStringLiteral("Korvex/zq318")));
+    QFile blocker(home.filePath(QStringLiteral("Korvex/zq318/backups")));
+    ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
+    blocker.close();
+    const QString file = dir.filePath(QStringLiteral("read.318"));
+    const ToolRun run =
+        RunTool({"--port", radio.devicePath(), "read", "--settings", "-o", file}, home.path());
+    EXPECT_EQ(run.status, 0) << run.errors.toStdString();
+    EXPECT_TRUE(QFile::exists(file));
+    EXPECT_EQ(run.errors.count(QStringLiteral("\n")), 1) << run.errors.toStdString();
+    EXPECT_TRUE(run.firstErrorLine.startsWith(QStringLiteral("zq318: no backup kept: ")))
+        << run.errors.toStdString();
+}
 
 } // namespace
