@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QIcon>
 #include <QLoggingCategory>
 #include <QTimer>
 
@@ -47,6 +48,9 @@ int main(int argc, char* argv[]) {
     zq::files::SetProgramIdentity();
     QApplication::setApplicationDisplayName(zq::model::AppTitle());
     QApplication::setApplicationVersion(QStringLiteral(ZQ_VERSION));
+    // The installed menu entry and icon, so that the desktop shows the window under them.
+    QApplication::setDesktopFileName(QStringLiteral("com.korvex.zq318utility"));
+    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("zq318-utility")));
 
     const zq::ui::ProgramOptions options =
         zq::ui::ParseProgramArguments(QApplication::arguments(), rawWindowsTail());

@@ -26,6 +26,7 @@ struct CliContext {
     const Command* command = nullptr;
     QString commandLine;                        // for the trace's heading
     std::shared_ptr<link::TraceRecorder> trace; // made when a verb opens the link
+    QString traceProblem; // why no trace is kept, told after the command's own message
 };
 
 enum ExitStatus : int {

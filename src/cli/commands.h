@@ -30,5 +30,6 @@ int writeCommand(const QStringList& arguments, CliContext& context);
 int dumpCommand(const QStringList& arguments, CliContext& context);
 int verifyCommand(const QStringList& arguments, CliContext& context);
 int backupsCommand(const QStringList& arguments, CliContext& context);
+int portsCommand(const QStringList& arguments, CliContext& context);
 
 } // namespace zq::cli

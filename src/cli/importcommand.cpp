@@ -1,3 +1,4 @@
+#include "chirpformat.h"
 #include "commands.h"
 #include "files/clonefile.h"
 #include "files/csvexchange.h"
@@ -9,10 +10,14 @@ int importCommand(const QStringList& arguments, CliContext& context) {
     QCommandLineParser parser;
     const QCommandLineOption output = OutputOption();
     const QCommandLineOption base = BaseOption();
+    const QCommandLineOption format = FormatOption();
     parser.addOption(output);
     parser.addOption(base);
+    parser.addOption(format);
     if (const auto status = ParseVerbArguments(parser, arguments, *context.command, 1)) return *status;
     if (!parser.isSet(output)) return UsageError(QStringLiteral("-o FILE.318 is required"), *context.command);
+    const auto layout = CsvLayoutOption(parser, format, *context.command);
+    if (!layout) return ExitUsage;
     const QString csv = parser.positionalArguments().first();
     if (const auto refused =
             RefuseOutputOntoInput(parser.value(output), {csv, parser.value(base)}, *context.command))
@@ -21,6 +26,7 @@ int importCommand(const QStringList& arguments, CliContext& context) {
     model::Document document;
     if (const model::Result started = StartFromBase(document, parser, base); !started.ok())
         return Report(started);
+    if (*layout == CsvLayout::Chirp) return ImportChirp(document, csv, parser.value(output));
     files::CsvImportReport report;
     model::Result imported = files::ImportCsv(document, csv, &report);
     // A file that held no record at all is told as such, even when it also ended inside one.

@@ -5,6 +5,7 @@
 #include "files/preferences.h"
 #include "link/portnumbers.h"
 #include "link/tracerecorder.h"
+#include "link/serialports.h"
 
 #include <cstdio>
 #include <unistd.h>
@@ -14,24 +15,29 @@ namespace zq::cli {
 using model::Outcome;
 using model::Result;
 
+namespace {
+Result NoSuchPort(int number, const QString& where) {
+    return Result::fail(Outcome::ComPortError, QStringLiteral("no serial port %1 (%2%3); %4")
+                                                   .arg(number)
+                                                   .arg(link::PortCaption(number), where,
+                                                        link::ListedPortsText(link::ListedPorts())));
+}
+} // namespace
+
 PortChoice ChoosePort(const CliContext& context) {
     if (!context.port.isEmpty()) {
         const QString device = link::DeviceForPortArgument(context.port);
-        if (device.isEmpty())
-            return {
-                Result::fail(Outcome::ComPortError, QStringLiteral("no serial port %1").arg(context.port)),
-                {}};
+        if (device.isEmpty()) return {NoSuchPort(context.port.toInt(), QString()), {}};
         return {Result::done(), device};
     }
     const files::PortSetting setting = files::LoadPortSetting();
     if (!setting.result.ok()) return {setting.result, {}};
-    const QString device = link::DeviceForPortNumber(setting.port);
-    if (device.isEmpty())
-        return {Result::fail(Outcome::ComPortError, QStringLiteral("no serial port %1 (%2)")
-                                                        .arg(setting.port)
-                                                        .arg(link::PortCaption(setting.port))),
-                {}};
-    return {Result::done(), device};
+    const files::RememberedAdapter adapter = files::LoadRememberedAdapter();
+    const link::ResolvedPort resolved =
+        link::ResolvePortNumber(setting.port, adapter.port, adapter.identity, link::ListedPortDevices());
+    if (resolved.device.isEmpty())
+        return {NoSuchPort(setting.port, QStringLiteral(" from the port file ") + files::PortFilePath()), {}};
+    return {Result::done(), resolved.device};
 }
 
 Result OpenLink(CliContext& context, link::SerialLink& serial) {
@@ -47,7 +53,7 @@ Result OpenLink(CliContext& context, link::SerialLink& serial) {
         } else if (const Result started =
                        trace->startInTraceFolder(QLatin1String(context.command->name), heading);
                    !started.ok()) {
-            PrintErr(QStringLiteral("zq318: no serial trace kept: %1").arg(started.detail));
+            context.traceProblem = started.detail;
         }
         context.trace = trace;
     }
@@ -56,6 +62,8 @@ Result OpenLink(CliContext& context, link::SerialLink& serial) {
 }
 
 void FinishTrace(CliContext& context, int status) {
+    if (!context.traceProblem.isEmpty())
+        PrintErr(QStringLiteral("zq318: no serial trace kept: %1").arg(context.traceProblem));
     if (!context.trace) return;
     const QString outcome = status == ExitOk ? QStringLiteral("done")
                             : LastReport().isEmpty()

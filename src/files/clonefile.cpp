@@ -49,9 +49,13 @@ CloneReadResult readClone(QIODevice& device) {
         }
         if (field.size() != kCloneLineLength) {
             const int line = reader.fieldLine();
-            const QString what = field.size() > kCloneLineLength
-                                     ? QStringLiteral("is longer than 32 characters")
-                                     : QStringLiteral("has %1 characters, not 32").arg(field.size());
+            QString what = field.size() > kCloneLineLength
+                               ? QStringLiteral("is longer than 32 characters")
+                               : QStringLiteral("has %1 characters, not 32").arg(field.size());
+            // Only CR ends a line here, so a line ended by LF alone runs on into the next one: say
+            // so, or the length alone would puzzle whoever saved the file with LF line ends.
+            if (field.contains('\n'))
+                what += QStringLiteral(": it ends in LF alone, and clone files need CR LF line ends");
             out.result =
                 Result::fail(Outcome::DataError, QStringLiteral("%1 %2").arg(lineLabel(line), what), line);
             return out;

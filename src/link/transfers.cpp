@@ -31,22 +31,29 @@ const QString kModelCheck = QStringLiteral("ZQ318");
 const QString kEndCommand = QStringLiteral("KV~E");
 const QString kOkTail = QStringLiteral("OK\r\n");
 
+// " on /dev/ttyUSB0": every failure names the device it happened on, so that a wrong port shows.
+QString On(const SerialLink& link) {
+    return link.portName().isEmpty() ? QString() : QStringLiteral(" on ") + link.portName();
+}
+
 // The outcome of a reply that failed its check: a port failure is a "COM Port Error", anything else
 // (time-out, wrong length, wrong tail) a "Communication Error".
-Result Mismatch(const QString& label, const QString& reply, int expectedLength) {
+Result Mismatch(const SerialLink& link, const QString& label, const QString& reply, int expectedLength) {
     if (reply == kPortErrorMarker)
-        return Result::fail(Outcome::ComPortError, QStringLiteral("port error during %1").arg(label));
+        return Result::fail(Outcome::ComPortError,
+                            QStringLiteral("port error%1 during %2").arg(On(link), label));
     if (reply == kTimeoutMarker)
-        return Result::fail(Outcome::CommunicationError,
-                            QStringLiteral("no reply to %1 within %2 ms").arg(label).arg(kReplyTimeoutMs));
+        return Result::fail(
+            Outcome::CommunicationError,
+            QStringLiteral("no reply to %1%2 within %3 ms").arg(label, On(link)).arg(kReplyTimeoutMs));
     if (reply.size() != expectedLength)
         return Result::fail(Outcome::CommunicationError,
-                            QStringLiteral("reply to %1 has %2 characters, not %3")
-                                .arg(label)
+                            QStringLiteral("reply to %1%2 has %3 characters, not %4")
+                                .arg(label, On(link))
                                 .arg(reply.size())
                                 .arg(expectedLength));
     return Result::fail(Outcome::CommunicationError,
-                        QStringLiteral("reply to %1 does not end in OK").arg(label));
+                        QStringLiteral("reply to %1%2 does not end in OK").arg(label, On(link)));
 }
 
 bool Acknowledged(const QString& reply, int expectedLength) {
@@ -58,7 +65,7 @@ bool ReadBlock(SerialLink& link, const QString& address, QString& payload, Resul
     const QString command = QStringLiteral("KV~F") + address + QLatin1Char('R');
     const QString reply = link.SendCommand(command);
     if (reply.size() != kReadReplyLength) {
-        failure = Mismatch(command, reply, kReadReplyLength);
+        failure = Mismatch(link, command, reply, kReadReplyLength);
         return false;
     }
     payload = reply.mid(kPayloadStart, kBlockDigits);
@@ -70,7 +77,7 @@ bool WriteBlock(SerialLink& link, const QString& address, const QString& data, R
     const QString command = head + data;
     const QString reply = link.SendCommand(command);
     if (!Acknowledged(reply, kWriteReplyLength)) {
-        failure = Mismatch(head, reply, kWriteReplyLength);
+        failure = Mismatch(link, head, reply, kWriteReplyLength);
         return false;
     }
     return true;
@@ -79,16 +86,16 @@ bool WriteBlock(SerialLink& link, const QString& address, const QString& data, R
 bool ModelCheck(SerialLink& link, Result& failure) {
     const QString reply = link.SendCommand(kModelCheck);
     if (!Acknowledged(reply, kModelReplyLength)) {
-        failure = Mismatch(kModelCheck, reply, kModelReplyLength);
+        failure = Mismatch(link, kModelCheck, reply, kModelReplyLength);
         return false;
     }
     return true;
 }
 
-Result DecodeFailure(const QString& what, CodecError error) {
+Result DecodeFailure(const SerialLink& link, const QString& what, CodecError error) {
     // The read handlers catch the decoder's run-time error as a port failure.
     return Result::fail(Outcome::ComPortError,
-                        QStringLiteral("%1: %2").arg(what, zq::model::CodecErrorText(error)));
+                        QStringLiteral("%1%2: %3").arg(what, On(link), zq::model::CodecErrorText(error)));
 }
 
 Result OpenPort(SerialLink& link) {
@@ -122,7 +129,8 @@ Result ReadMemory(SerialLink& link, Document& document, const Progress& progress
                 error = zq::model::DecodeChannelRecord(memory, first + second, channel);
             },
             Document::Mark::Quiet);
-        if (error != CodecError::None) return DecodeFailure(QStringLiteral("channel %1").arg(channel), error);
+        if (error != CodecError::None)
+            return DecodeFailure(link, QStringLiteral("channel %1").arg(channel), error);
     }
     link.Wait(kCommandPauseMs);
     link.TxEnd();
@@ -175,8 +183,8 @@ Result ReadSettings(SerialLink& link, Document& document, const StepProgress& pr
             },
             Document::Mark::Quiet);
         if (error != CodecError::None)
-            return DecodeFailure(row == zq::model::kVfoRow ? QStringLiteral("VFO") : QStringLiteral("CALL"),
-                                 error);
+            return DecodeFailure(
+                link, row == zq::model::kVfoRow ? QStringLiteral("VFO") : QStringLiteral("CALL"), error);
     }
     document.changeSpecial(zq::model::kVfoRow, zq::model::kRptRow, zq::model::BlankRptTexts,
                            Document::Mark::Quiet);
@@ -223,7 +231,7 @@ Result AutoSelect(SerialLink& link, Document& document) {
     const QString reply = link.SendCommand(identify);
     if (reply.size() != kReadReplyLength) {
         // Here even a port failure counts as a communication failure.
-        Result mismatch = Mismatch(identify, reply, kReadReplyLength);
+        Result mismatch = Mismatch(link, identify, reply, kReadReplyLength);
         mismatch.outcome = Outcome::CommunicationError;
         return mismatch;
     }
@@ -238,7 +246,7 @@ Result AutoSelect(SerialLink& link, Document& document) {
         variant = zq::model::VariantJ;
     else
         return Result::fail(Outcome::CommunicationError,
-                            QStringLiteral("unknown model code %1").arg(modelCode));
+                            QStringLiteral("unknown model code %1%2").arg(modelCode, On(link)));
 
     // The same as the user clicking the model option.
     document.chooseModelVariant(variant);
@@ -246,7 +254,7 @@ Result AutoSelect(SerialLink& link, Document& document) {
 
     link.Wait(kCommandPauseMs);
     const QString end = link.SendCommand(kEndCommand);
-    if (!Acknowledged(end, kEndReplyLength)) return Mismatch(kEndCommand, end, kEndReplyLength);
+    if (!Acknowledged(end, kEndReplyLength)) return Mismatch(link, kEndCommand, end, kEndReplyLength);
     return Result::done();
 }
 

@@ -1,3 +1,4 @@
+#include "files/chirpcsv.h"
 #include "files/clonefile.h"
 #include "files/csvexchange.h"
 #include "model/tables.h"
@@ -32,6 +33,10 @@ protected:
         WriteFile(path("cut.csv"), ReadFile(path("demo.csv")).left(400));
         WriteFile(path("empty.csv"), "");
         WriteFile(path("semicolons.csv"), ReadFile(path("demo.csv")).replace(',', ';'));
+        WriteFile(path("lf.318"), QByteArray(bytes).replace("\r\n", "\n"));
+        // channel 6's frequency with a hex letter, channel 7's power code beyond High
+        WriteFile(path("strict.318"),
+                  QByteArray(bytes).replace(30 * 34 + 10, 1, "A").replace(33 * 34 + 18, 2, "07"));
     }
     QString path(const QString& name) const { return dir.filePath(name); }
 
@@ -75,6 +80,17 @@ const CliCase kCases[] = {
     {"CheckOfABadLine", "check badline.318", 5, "Data Error: line 13 has 31 characters, not 32"},
     {"CheckOfAnUndecodableRecord", "check badtone.318", 6, "File Open Error: line 29: channel 5"},
     {"CheckOfTwoFiles", "check demo.318 demo.318", 2, "zq318 check: too many arguments"},
+    {"CheckOfLfLineEnds", "check lf.318", 5,
+     "Data Error: line 1 is longer than 32 characters: it ends in LF alone, and clone files need CR LF line "
+     "ends"},
+    {"StrictCheckOfAGoodFile", "check --strict demo.318", 0, "", "OK\n"},
+    {"StrictCheckOfAnUndecodableRecord", "check --strict badtone.318", 6,
+     "File Open Error: line 29: channel 5: tone index beyond the tone table\n"
+     "line 29: channel 5: TX tone index 255 outside the tone table (0-38)\n"},
+    {"StrictCheckNamesEachField", "check strict.318 --strict", 5,
+     "Data Error: 2 fields hold no valid value\n"
+     "line 31: channel 6: frequency \"01A66100\" holds non-digits\n"
+     "line 34: channel 7: power code 7 is none of 0 (Low), 1 (Mid), 2 (High)\n"},
     {"DiffOfTheSameData", "diff demo.318 demo.318", 0, ""},
     {"DiffListsEachDifference", "diff demo.318 other.318", 1, "",
      "header: \"Korvex ZQ-318T Clone 0 FileStart\" | \"Korvex ZQ-318E Clone A FileStart\"\n"
@@ -142,6 +158,52 @@ TEST_F(Workspace, ImportListsTheLinesItCannotUse) {
     model::Document expected;
     ASSERT_TRUE(files::ImportCsvData(expected, csv).ok());
     EXPECT_EQ(ReadFile(path("out.318")), files::SerializeCloneFile(expected));
+}
+
+TEST_F(Workspace, ChirpLayoutBothWays) {
+    auto [status, out, err] = run({"export", "demo.318", "--format", "chirp", "-o", "out.csv"});
+    EXPECT_EQ(status, 0);
+    // the demonstration file sets busy lock-out, battery save and clock shift on channels 2 to 6
+    EXPECT_EQ(err.count(QLatin1Char('\n')), 5) << err.toStdString();
+    EXPECT_TRUE(err.startsWith(QLatin1String("channel 2: busy lock-out On: no column in the layout")))
+        << err.toStdString();
+    model::Document demo;
+    ASSERT_TRUE(files::LoadCloneFile(demo, path("demo.318")).ok());
+    EXPECT_EQ(ReadFile(path("out.csv")), files::ChirpExportText(demo));
+
+    std::tie(status, out, err) =
+        run({"import", "out.csv", "--format", "chirp", "--base", "demo.318", "-o", "out.318"});
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(err, QString());
+    EXPECT_EQ(ReadFile(path("out.318")), ReadFile(path("demo.318")));
+
+    std::tie(status, out, err) = run({"import", QStringLiteral(ZQ_EXAMPLES_DIR "/chirp-channels.csv"),
+                                      "--format", "chirp", "-o", "ex.318"});
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(
+        err,
+        QStringLiteral(
+            "row 6 (Location 2): Name \"Metro\": lower-case letters upper-cased; stored as \"METRO\"\n"
+            "row 8 (Location 4): Duplex \"off\": the radio cannot keep its transmitter off on a channel; "
+            "row skipped\n"
+            "row 9 (Location 5): Mode \"AM\": the radio sends and receives FM only; row skipped\n"
+            "row 10 (Location 6): Mode \"NFM\": the radio has no narrow FM; taken as FM\n"
+            "row 10 (Location 6): TStep \"2.50\": not a step of the radio; 5.00 taken\n"
+            "row 11 (Location 7): Frequency \"446.000000\": outside the band 136 to below 174 MHz; row "
+            "skipped\n"
+            "row 12 (Location 8): Name \"Simplex Two\": lower-case letters upper-cased, longer than 6 "
+            "characters; stored as \"SIMPLE\"\n"));
+    std::tie(status, out, err) = run({"show", "ex.318"});
+    EXPECT_EQ(out.count(QLatin1Char('\n')),
+              4 + 1 + 1 + 6); // the special grid, a blank line, channels 0-3, 6, 8
+
+    std::tie(status, out, err) = run({"import", "demo.318", "--format", "chirp", "-o", "no.318"});
+    EXPECT_EQ(status, 5);
+    EXPECT_EQ(err, QStringLiteral("Data Error: no header with the columns Location and Frequency\n"));
+    std::tie(status, out, err) = run({"import", "out.csv", "--format", "CHIRP", "-o", "no.318"});
+    EXPECT_EQ(status, 2);
+    EXPECT_TRUE(err.startsWith(QLatin1String("zq318 import: unknown --format \"CHIRP\" (zq318 or chirp)")));
+    EXPECT_FALSE(QFile::exists(path("no.318")));
 }
 
 TEST_F(Workspace, ShowPrintsBothGrids) {

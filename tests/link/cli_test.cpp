@@ -1,9 +1,11 @@
 // zq318's radio verbs end to end: the tool runs as a process against radios answering in this one.
+#include "link/portnumbers.h"
 #include "linkfixture.h"
 #include "radio/radioimage.h"
 
 #include "files/clonefile.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QEventLoop>
 #include <QFile>
@@ -12,6 +14,10 @@
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTimer>
+
+#include <grp.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 using namespace zq::radio;
 using namespace linktest;
@@ -32,7 +38,9 @@ QString SharedDataHome() {
 }
 
 // Lets the radios answer while the tool runs; one still running after a minute is killed on return.
-ToolRun RunTool(const QStringList& arguments, const QString& dataHome = SharedDataHome()) {
+// `asUser` runs it through `setpriv` with the user's ids (and no supplementary groups).
+ToolRun RunTool(const QStringList& arguments, const QString& dataHome = SharedDataHome(),
+                const QStringList& asUser = {}) {
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("XDG_DATA_HOME"), dataHome);
@@ -40,7 +48,11 @@ ToolRun RunTool(const QStringList& arguments, const QString& dataHome = SharedDa
     QEventLoop loop;
     QObject::connect(&process, &QProcess::finished, &loop, &QEventLoop::quit);
     QTimer::singleShot(60000, &loop, &QEventLoop::quit);
-    process.start(QStringLiteral(ZQ318_PATH), arguments);
+    if (asUser.isEmpty())
+        process.start(QStringLiteral(ZQ318_PATH), arguments);
+    else
+        process.start(QStringLiteral("setpriv"),
+                      asUser + QStringList{QStringLiteral(ZQ318_PATH)} + arguments);
     loop.exec();
     if (process.state() != QProcess::NotRunning || process.exitStatus() != QProcess::NormalExit) return {};
     const QString errors = QString::fromUtf8(process.readAllStandardError());
@@ -141,7 +153,8 @@ TEST_P(CliFailureTest, ReportsAndLeavesOutputAlone) {
                                     .replaceInStrings(QStringLiteral("OUT"), output)
                                     .replaceInStrings(QStringLiteral("PORT"), radio.devicePath()));
     EXPECT_EQ(run.status, c.status);
-    EXPECT_TRUE(run.firstErrorLine.startsWith(QString::fromLatin1(c.message)))
+    EXPECT_TRUE(run.firstErrorLine.startsWith(
+        QString::fromLatin1(c.message).replace(QStringLiteral("PORT"), radio.devicePath())))
         << run.firstErrorLine.toStdString();
     ASSERT_TRUE(existing.open(QIODevice::ReadOnly));
     EXPECT_EQ(existing.readAll(), QByteArray("previous contents\n"));
@@ -153,7 +166,10 @@ TEST_P(CliFailureTest, ReportsAndLeavesOutputAlone) {
 // One case per verb's failure path; the transfers' own failures are covered against the link. The service
 // reads check nothing; the pulled cable shows when the port cannot be opened again.
 const FailureCase kFailures[] = {
-    {"DetectNg", "--port PORT detect", "ng@model", 3, "Communication Error: "},
+    {"DetectNg", "--port PORT detect", "ng@model", 3,
+     "Communication Error: reply to ZQ318 on PORT does not end in OK"},
+    {"DetectSilent", "--port PORT detect", "timeout@model", 3,
+     "Communication Error: no reply to ZQ318 on PORT within 2000 ms"},
     {"ReadSettingsHangup", "--port PORT read --settings -o OUT", "hangup@00F0", 4, "COM Port Error"},
     {"WriteDataError", "--port PORT write OUT", "", 5, "Data Error"},
     {"ReadBothOptions", "--port PORT read --settings --memory -o OUT", "", 2, "zq318 read"},
@@ -162,7 +178,9 @@ const FailureCase kFailures[] = {
     {"ReadIntoAMissingFolder", "--port PORT read -o OUT.d/out.318", "", 6, "File Open Error: ", true},
     {"DumpIntoAMissingFolder", "--port PORT dump -o OUT.d/out.txt", "", 6, "File Open Error: ", true},
     {"DumpUnanswered", "--port PORT dump", "timeout@0000", 3, "Communication Error: no answer to KV~F0000R"},
-    {"NoSuchPort", "--port /dev/zq318-no-such-port detect", "", 4, "COM Port Error"}};
+    {"NoSuchPort", "--port /dev/zq318-no-such-port detect", "", 4,
+     "COM Port Error: cannot open /dev/zq318-no-such-port: no such device"},
+    {"NoSuchPortNumber", "--port 14 read -o OUT", "", 4, "COM Port Error: no serial port 14 (COM 14); the "}};
 INSTANTIATE_TEST_SUITE_P(Verbs, CliFailureTest, ::testing::ValuesIn(kFailures), CaseName);
 
 struct WriteCase {
@@ -282,6 +300,51 @@ TEST(CliDataTest, AnUnwritableBackupFolderDoesNotStopARead) {
     EXPECT_EQ(run.errors.count(QStringLiteral("\n")), 1) << run.errors.toStdString();
     EXPECT_TRUE(run.firstErrorLine.startsWith(QStringLiteral("zq318: no backup kept: ")))
         << run.errors.toStdString();
+}
+
+// A port this user may not open says which group to join and how; one held by a program says which.
+TEST_F(RadioTest, PortThatCannotBeOpenedSaysWhy) {
+    const QString device = radio.devicePath();
+    const QString cannotOpen = QStringLiteral("COM Port Error: cannot open %1: ").arg(device);
+    ASSERT_TRUE(link.open().ok());
+    const ToolRun busy = RunTool({"--port", device, "detect"});
+    EXPECT_EQ(busy.status, 4);
+    EXPECT_EQ(busy.firstErrorLine,
+              cannotOpen + QStringLiteral("the port is busy: link_cli_tests (process %1) has it "
+                                          "open; close that program and try again")
+                               .arg(QCoreApplication::applicationPid()));
+    link.close();
+
+    QStringList asUser;
+    QString denied = cannotOpen + QStringLiteral("permission denied");
+    const QByteArray path = QFile::encodeName(device);
+    if (geteuid() == 0) { // as nobody, on a device of the group dialout as udev makes them
+        const group* dialout = getgrnam("dialout");
+        ASSERT_TRUE(dialout);
+        ASSERT_EQ(chown(path.constData(), 0, dialout->gr_gid), 0);
+        ASSERT_EQ(chmod(path.constData(), 0660), 0);
+        asUser = QStringList{"--reuid=65534", "--regid=65534", "--clear-groups"};
+        denied +=
+            QStringLiteral(": the device belongs to group dialout; join it with \"sudo usermod -aG dialout "
+                           "$USER\", then log out and back in");
+    } else {
+        ASSERT_EQ(chmod(path.constData(), 0), 0);
+    }
+    const ToolRun refused = RunTool({"--port", device, "detect"}, SharedDataHome(), asUser);
+    EXPECT_EQ(refused.status, 4);
+    EXPECT_TRUE(refused.firstErrorLine.startsWith(denied)) << refused.firstErrorLine.toStdString();
+}
+
+TEST(CliPortsTest, ListsTheFourteenNumbers) {
+    const ToolRun run = RunTool({"ports"});
+    ASSERT_EQ(run.status, 0);
+    const QStringList lines = QString::fromUtf8(run.out).split(QLatin1Char('\n'));
+    ASSERT_GT(lines.size(), 16);
+    EXPECT_TRUE(lines.at(0).contains(QStringLiteral("Port    Device"))) << lines.at(0).toStdString();
+    for (int number = 1; number <= 14; ++number)
+        EXPECT_EQ(lines.at(number).mid(3, 6), zq::link::PortCaption(number))
+            << lines.at(number).toStdString();
+    EXPECT_TRUE(lines.filter(QStringLiteral("* Without --port: COM")).size() == 1) << run.out.constData();
 }
 
 } // namespace
