@@ -110,6 +110,7 @@ const Reader kReaders[] = {
     {"ReadBase", "zq318", "--port /dev/zq318-no-port read --base IN -o out.318", false},
     {"RadioImage", "radio", "--image IN", false},
     {"Import", "zq318", "import IN -o out.318", true},
+    {"ImportChirp", "zq318", "import IN --format chirp -o out.318", true},
 };
 
 enum class Other { None, OtherKind, Semicolons };
