@@ -14,6 +14,7 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <unistd.h>
 
 using namespace zq;
@@ -150,6 +151,10 @@ std::vector<ReadCase> ReadCases() {
     return cases;
 }
 
+void PrintTo(const ReadCase& c, std::ostream* out) {
+    *out << c.reader.name << " of " << c.input.name;
+}
+
 class HostileInput : public ToolWorkspace, public ::testing::WithParamInterface<ReadCase> {};
 
 TEST_P(HostileInput, RefusedWithItsStatusAndNothingChanges) {
@@ -211,15 +216,26 @@ const OutputCase kOutputs[] = {
     {"ExportOntoAWriteProtectedFile", "export demo.318 -o protected.csv", 6, "File Open Error: "},
     {"ExportOntoDevFull", "export demo.318 -o /dev/full", 6, "File Open Error: /dev/full"},
     {"ExportOntoAFifo", "export demo.318 -o fifo.csv", 6, "File Open Error: fifo.csv"},
+    // A copy of /dev/full that the tool has the rights to replace (it and the folder are everyone's).
+    {"ExportOntoADevice", "export demo.318 -o device", 6, "File Open Error: device"},
     {"ExportOnAFullDisk", "export demo.318 -o demo.csv", 6, "File Open Error: demo.csv", 1000},
     {"ImportOnAFullDisk", "import demo.csv -o old.318", 6, "File Open Error: old.318", 4096},
 };
+
+void PrintTo(const OutputCase& c, std::ostream* out) {
+    *out << c.arguments;
+}
 
 class HostileOutput : public ToolWorkspace, public ::testing::WithParamInterface<OutputCase> {};
 
 TEST_P(HostileOutput, RefusedBeforeAnythingIsWritten) {
     const OutputCase& c = GetParam();
     QDir workspace(dir.path());
+    if (QLatin1String(c.name) == QLatin1String("ExportOntoADevice")) {
+        if (geteuid() != 0) GTEST_SKIP() << "making a device takes root; ExportOntoDevFull stands in";
+        ASSERT_EQ(::mknod(QFile::encodeName(path("device")).constData(), S_IFCHR, makedev(1, 7)), 0);
+        ASSERT_TRUE(QFile::setPermissions(path("device"), QFileDevice::Permissions(0x6666)));
+    }
     ASSERT_TRUE(QFile::link(QStringLiteral("demo.318"), path("link.318")));
     ASSERT_EQ(::link(QFile::encodeName(path("demo.318")).constData(),
                      QFile::encodeName(path("hard.318")).constData()),
@@ -230,7 +246,11 @@ TEST_P(HostileOutput, RefusedBeforeAnythingIsWritten) {
     ASSERT_TRUE(testdata::WriteFile(path("protected.csv"), "old\r\n"));
     ASSERT_TRUE(QFile::setPermissions(path("protected.csv"), QFileDevice::Permissions(0x4444)));
     ASSERT_TRUE(testdata::MakeHostile(Hostile::Fifo, path("fifo.csv"), {}));
+    ASSERT_TRUE(QFile::setPermissions(path("fifo.csv"), QFileDevice::Permissions(0x6666))); // writable by all
     ASSERT_TRUE(QFile::copy(path("demo.318"), path("old.318")));
+    // Files the tool may replace, so that only the full disk stops it.
+    for (const char* name : {"old.318", "demo.csv", "readonly/old.csv"})
+        ASSERT_TRUE(QFile::setPermissions(path(name), QFileDevice::Permissions(0x6666)));
     const std::map<QString, QString> before = testdata::Snapshot(dir.path());
     struct stat full {};
     ASSERT_EQ(::stat("/dev/full", &full), 0);
