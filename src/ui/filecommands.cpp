@@ -13,8 +13,8 @@ using model::Outcome;
 using model::Result;
 
 FileCommands::FileCommands(model::Document& document, MessageBoxes& boxes, FileDialogs& dialogs,
-                           QObject* parent)
-    : QObject(parent), document_(document), boxes_(boxes), dialogs_(dialogs) {}
+                           const StringTable& strings, QObject* parent)
+    : QObject(parent), document_(document), boxes_(boxes), dialogs_(dialogs), strings_(strings) {}
 
 bool FileCommands::mayClose() {
     if (!files::NeedsSavePrompt(document_)) return true;
@@ -84,45 +84,46 @@ void FileCommands::exportCsv() {
 
 namespace {
 
-// The reports of an import or export that went through, in one box; none when there are none.
-void ShowChirpReports(MessageBoxes& boxes, const QString& title, const QString& summary,
+// What an import or export could not carry over, in one box under `summary`; none when it carried
+// everything. The lines are those zq318 prints.
+void ShowChirpReports(MessageBoxes& boxes, const StringTable& strings, int title, const QString& summary,
                       const files::ChirpOutcome& outcome) {
     const QStringList lines = outcome.lines();
     if (lines.isEmpty()) return;
-    boxes.show(ListBox(title, summary, lines));
+    boxes.show(ListBox(strings, strings.string(title), summary, lines));
 }
 
-QString Channels(int count) {
-    return count == 1 ? QStringLiteral("1 channel") : QStringLiteral("%1 channels").arg(count);
+QString CountedText(const StringTable& strings, int one, int many, int count) {
+    return count == 1 ? strings.string(one) : strings.string(many).arg(count);
 }
 
 } // namespace
 
 void FileCommands::importChirpCsv() {
-    const QString path = dialogs_.choose({FileRequest::Kind::Open, ChirpFileFilter()});
+    const QString path = dialogs_.choose({FileRequest::Kind::Open, strings_.string(text::kChirpFileFilter)});
     if (path.isEmpty()) return;
     const files::ChirpOutcome outcome = files::ImportChirpCsv(document_, path);
     if (!outcome.result.ok()) {
         ShowFailure(boxes_, outcome.result);
         return;
     }
-    ShowChirpReports(boxes_, QStringLiteral("Import CHIRP CSV"),
-                     Channels(outcome.channels) + QStringLiteral(" imported. Not everything in the file fits the radio:"),
-                     outcome);
+    ShowChirpReports(
+        boxes_, strings_, text::kChirpImportTitle,
+        CountedText(strings_, text::kOneChannelImported, text::kChannelsImported, outcome.channels), outcome);
+    if (outcome.channels > 0) Q_EMIT imported();
 }
 
 void FileCommands::exportChirpCsv() {
-    const QString path = dialogs_.choose({FileRequest::Kind::Save, ChirpFileFilter()});
+    const QString path = dialogs_.choose({FileRequest::Kind::Save, strings_.string(text::kChirpFileFilter)});
     if (path.isEmpty()) return;
     const files::ChirpOutcome outcome = files::ExportChirpCsv(document_, path);
     if (!outcome.result.ok()) {
         ShowFailure(boxes_, outcome.result);
         return;
     }
-    ShowChirpReports(boxes_, QStringLiteral("Export CHIRP CSV"),
-                     Channels(outcome.channels) +
-                         QStringLiteral(" exported. The layout has no column for these settings:"),
-                     outcome);
+    ShowChirpReports(
+        boxes_, strings_, text::kChirpExportTitle,
+        CountedText(strings_, text::kOneChannelExported, text::kChannelsExported, outcome.channels), outcome);
 }
 
 } // namespace zq::ui

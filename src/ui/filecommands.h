@@ -3,6 +3,7 @@
 // the channel lists in CHIRP's layout, and the unsaved-changes prompt that New, Open and closing
 // the window ask first.
 #include "model/outcome.h"
+#include "stringtable.h"
 
 #include <QObject>
 
@@ -19,7 +20,7 @@ class FileCommands : public QObject {
     Q_OBJECT
 public:
     FileCommands(model::Document& document, MessageBoxes& boxes, FileDialogs& dialogs,
-                 QObject* parent = nullptr);
+                 const StringTable& strings = StringTable(), QObject* parent = nullptr);
 
     // The unsaved-changes prompt: false when the user cancels. Yes saves first and goes on
     // whatever the save's outcome, a cancelled file dialog included.
@@ -41,7 +42,7 @@ public Q_SLOTS:
 Q_SIGNALS:
     // The CSV import has no trap: any failure, a cancelled dialog included, ends the program.
     void fatal(const zq::model::Result& result);
-    // A CSV import replaced the channels.
+    // A CSV import (either layout) replaced the channels.
     void imported();
 
 private:
@@ -50,6 +51,7 @@ private:
     model::Document& document_;
     MessageBoxes& boxes_;
     FileDialogs& dialogs_;
+    StringTable strings_;
 };
 
 } // namespace zq::ui

@@ -18,8 +18,4 @@ QString CsvFileFilter() {
     return QStringLiteral("CSV Files (*.csv);;All Files (*.*)");
 }
 
-QString ChirpFileFilter() {
-    return QStringLiteral("CHIRP CSV Files (*.csv);;All Files (*.*)");
-}
-
 } // namespace zq::ui

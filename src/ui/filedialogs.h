@@ -46,6 +46,5 @@ public:
 
 QString CloneFileFilter(); // "Korvex ZQ-318 Clone Files (*.318)" + "All Files (*.*)"
 QString CsvFileFilter();   // "CSV Files (*.csv)" + "All Files (*.*)"
-QString ChirpFileFilter(); // "CHIRP CSV Files (*.csv)" + "All Files (*.*)"
 
 } // namespace zq::ui

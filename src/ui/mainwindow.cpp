@@ -15,6 +15,7 @@
 #include "pagestrip.h"
 #include "portdialog.h"
 #include "servicepanel.h"
+#include "stringtable.h"
 
 #include <QAction>
 #include <QGuiApplication>
@@ -34,6 +35,8 @@ namespace {
 
 constexpr int kWindowWidthTwips = 10200;
 constexpr int kWindowHeightTwips = 7905;
+// A note hides the "Status" panel while it shows: long enough to be read, then the panel is back.
+constexpr int kNoteShownMs = 30000;
 
 } // namespace
 
@@ -57,7 +60,7 @@ MainWindow::MainWindow(model::Document& document, TransferController& transfers,
     connect(&transfers_, &TransferController::closed, this, &MainWindow::transferClosed);
     connect(&transfers_, &TransferController::verified, this, &MainWindow::showDifferences);
     connect(&transfers_, &TransferController::noted, this,
-            [this](const QString& note) { statusBar()->showMessage(note); });
+            [this](const QString& note) { statusBar()->showMessage(note, kNoteShownMs); });
     connect(&document_, &model::Document::currentFilePathChanged, this,
             [this] { setWindowTitle(document_.windowCaption()); });
     connect(&files_, &FileCommands::imported, this, [this] { memoryPage_->setCurrentRow(1); });
@@ -98,12 +101,14 @@ void MainWindow::buildMenus() {
             {Kind::Entry, "mnuWr", "mnuWrSet", 1205, command([this] { transfers_.writeSettingsFromMenu(); })},
             {Kind::Entry, "mnuWr", "mnuWrMem", 1206, command([this] { transfers_.writeMemoryFromMenu(); })},
             {Kind::Entry, "mnuWr", "mnuWrAll", 1207, command([this] { transfers_.writeAll(); })},
-            {Kind::Entry, "mnuTools", "mnuToolsVerify", 1312, command([this] { transfers_.verifyRadio(); })},
             {Kind::Entry, "mnuTools", "mnuToolsOptions", 1013,
              command([this] { transfers_.choosePort(PortDialog::ask(this, transfers_.portNumber())); })},
+            // The program's own entries follow the designed ones of their menu.
+            {Kind::Entry, "mnuTools", "mnuToolsVerify", 1312, command([this] { transfers_.verifyRadio(); })},
             {Kind::Menu, nullptr, "mnuHelp", 1014},
-            {Kind::Entry, "mnuHelp", "mnuHelpTraces", 1313, command([this] { OpenTraceFolder(boxes_, openUrl_); })},
             {Kind::Entry, "mnuHelp", "mnuHelpAbout", 1016, command([this] { showAbout(); })},
+            {Kind::Entry, "mnuHelp", "mnuHelpTraces", 1313,
+             command([this] { OpenTraceFolder(boxes_, openUrl_, strings_); })},
         });
     modifyAction_ = findChild<QAction*>(QStringLiteral("mnuEditUndo"));
 }
@@ -272,14 +277,16 @@ void MainWindow::transferClosed() {
 }
 
 void MainWindow::showDifferences(const QStringList& differences) {
-    const QString title = QStringLiteral("Verify Radio");
+    const QString title = strings_.string(text::kVerifyTitle);
     if (differences.isEmpty()) {
-        boxes_.show({QStringLiteral("No differences"), title, MessageButtons::Ok, MessageIcon::Information,
-                     MessageAnswer::Ok});
+        boxes_.show({strings_.string(text::kNoDifferences), title, MessageButtons::Ok,
+                     MessageIcon::Information, MessageAnswer::Ok});
         return;
     }
-    boxes_.show(ListBox(title, DifferencesSummary(differences.size()) + QLatin1Char(':'), differences,
-                        MessageIcon::Warning));
+    const QString summary = differences.size() == 1
+                                ? strings_.string(text::kOneDifference)
+                                : strings_.string(text::kDifferences).arg(differences.size());
+    boxes_.show(ListBox(strings_, title, summary, differences, MessageIcon::Warning));
 }
 
 void MainWindow::bringPageToFront(TransferPage page) {

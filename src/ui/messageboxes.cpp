@@ -2,6 +2,7 @@
 
 #include "files/clonefile.h"
 #include "model/tables.h"
+#include "stringtable.h"
 
 #include <QMessageBox>
 
@@ -91,14 +92,14 @@ MessageRequest SaveChangesBox() {
             MessageIcon::Question, MessageAnswer::Yes};
 }
 
-MessageRequest ListBox(const QString& title, const QString& summary, const QStringList& lines,
-                       MessageIcon icon) {
+MessageRequest ListBox(const StringTable& strings, const QString& title, const QString& summary,
+                       const QStringList& lines, MessageIcon icon) {
     const QString lineEnd = QStringLiteral("\r\n");
     QString text = summary;
     if (!lines.isEmpty()) text += lineEnd + lineEnd + lines.mid(0, kListBoxLines).join(lineEnd);
     MessageRequest request{text, title, MessageButtons::Ok, icon, MessageAnswer::Ok};
     if (lines.size() > kListBoxLines) {
-        request.text += lineEnd + QStringLiteral("... and %1 more").arg(lines.size() - kListBoxLines);
+        request.text += lineEnd + strings.string(text::kMoreLines).arg(lines.size() - kListBoxLines);
         request.details = lines.join(QLatin1Char('\n'));
     }
     return request;

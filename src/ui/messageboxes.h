@@ -10,6 +10,10 @@
 class QWidget;
 
 namespace zq::ui {
+class StringTable;
+}
+
+namespace zq::ui {
 
 enum class MessageButtons { Ok, OkCancel, YesNoCancel };
 enum class MessageIcon { None, Information, Question, Warning, Critical };
@@ -69,8 +73,8 @@ MessageRequest ConfirmBox(const QString& title, const QString& warning, const QS
 MessageRequest SaveChangesBox();
 // A summary over a list of lines (differences, reports): the first lines in the box itself,
 // every line in its details when there are more.
-MessageRequest ListBox(const QString& title, const QString& summary, const QStringList& lines,
-                       MessageIcon icon = MessageIcon::Information);
+MessageRequest ListBox(const StringTable& strings, const QString& title, const QString& summary,
+                       const QStringList& lines, MessageIcon icon = MessageIcon::Information);
 inline constexpr int kListBoxLines = 10;
 
 // The error box of a command that failed; success and a cancelled dialog show nothing.

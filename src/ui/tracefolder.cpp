@@ -3,6 +3,7 @@
 #include "files/userdata.h"
 #include "messageboxes.h"
 #include "model/tables.h"
+#include "stringtable.h"
 
 #include <QDesktopServices>
 #include <QDir>
@@ -13,7 +14,7 @@ UrlOpener DesktopUrlOpener() {
     return [](const QUrl& url) { return QDesktopServices::openUrl(url); };
 }
 
-void OpenTraceFolder(MessageBoxes& boxes, const UrlOpener& open) {
+void OpenTraceFolder(MessageBoxes& boxes, const UrlOpener& open, const StringTable& strings) {
     QString why;
     const QString folder = files::UserDataFolder(QStringLiteral("traces"), &why);
     if (folder.isEmpty()) {
@@ -21,8 +22,8 @@ void OpenTraceFolder(MessageBoxes& boxes, const UrlOpener& open) {
         return;
     }
     if (open(QUrl::fromLocalFile(folder))) return;
-    boxes.show({QStringLiteral("The serial traces are kept in\r\n") + QDir::toNativeSeparators(folder),
-                model::AppTitle(), MessageButtons::Ok, MessageIcon::Information, MessageAnswer::Ok});
+    boxes.show({strings.string(text::kTraceFolderIs).arg(QDir::toNativeSeparators(folder)), model::AppTitle(),
+                MessageButtons::Ok, MessageIcon::Information, MessageAnswer::Ok});
 }
 
 } // namespace zq::ui

@@ -7,6 +7,7 @@
 namespace zq::ui {
 
 class MessageBoxes;
+class StringTable;
 
 // Shows a folder: QDesktopServices::openUrl, unless a test puts something else in its place.
 using UrlOpener = std::function<bool(const QUrl&)>;
@@ -14,6 +15,6 @@ UrlOpener DesktopUrlOpener();
 
 // A folder that cannot be made is told in an error box; one the desktop cannot show is named in
 // a box, so that the user can find it.
-void OpenTraceFolder(MessageBoxes& boxes, const UrlOpener& open);
+void OpenTraceFolder(MessageBoxes& boxes, const UrlOpener& open, const StringTable& strings);
 
 } // namespace zq::ui

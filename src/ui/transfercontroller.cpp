@@ -58,13 +58,14 @@ int OnChannelScale(int step, int total) {
     return total > 1 ? step * last / (total - 1) : last;
 }
 
-} // namespace
-
+// The outcome of a comparison that found differences, in the trace (the box lists them).
 QString DifferencesSummary(qsizetype count) {
     return QStringLiteral("%1 %2 between the radio and the window's data")
         .arg(count)
         .arg(count == 1 ? QStringLiteral("difference") : QStringLiteral("differences"));
 }
+
+} // namespace
 
 // One command of the user's: a button's session, or the two sessions of an "All". The outermost
 // one brackets the records. A command started from a box shown during a session is refused
@@ -88,8 +89,8 @@ private:
 };
 
 TransferController::TransferController(model::Document& document, link::SerialLink& link, PortSettings& ports,
-                                       QObject* parent)
-    : QObject(parent), document_(document), link_(link), ports_(ports) {}
+                                       const StringTable& strings, QObject* parent)
+    : QObject(parent), document_(document), link_(link), ports_(ports), records_(strings) {}
 
 int TransferController::portNumber() const {
     return ports_.number();
@@ -130,7 +131,8 @@ void TransferController::finish(const Result& result) {
 void TransferController::readMemory() {
     const Command command(*this, QStringLiteral("read-memory"), QStringLiteral("Read Memory"));
     runSession(TransferKind::ReadMemory, [this] {
-        const Result result = link::ReadMemory(link_, document_, [this](int channel) { Q_EMIT progressed(channel); });
+        const Result result =
+            link::ReadMemory(link_, document_, [this](int channel) { Q_EMIT progressed(channel); });
         finish(result);
         return result;
     });
@@ -183,9 +185,10 @@ void TransferController::verifyRadio() {
     {
         const Command command(*this, QStringLiteral("verify"), QStringLiteral("Verify Radio"));
         runSession(TransferKind::Verify, [&] {
-            const link::VerifyReport report = link::VerifyRadio(
-                link_, document_, link::VerifyScope::All,
-                [this](int step, int total) { Q_EMIT progressed(OnChannelScale(step, total)); });
+            const link::VerifyReport report =
+                link::VerifyRadio(link_, document_, link::VerifyScope::All, [this](int step, int total) {
+                    Q_EMIT progressed(OnChannelScale(step, total));
+                });
             // A comparison cut short by a failure would list only part of what differs.
             if (!report.result.ok()) {
                 finish(report.result);
@@ -236,7 +239,8 @@ void TransferController::writeAll() {
     writeMemoryFromMenu();
 }
 
-bool TransferController::runService(const QString& operation, const std::function<Result(link::SerialLink&)>& read) {
+bool TransferController::runService(const QString& operation,
+                                    const std::function<Result(link::SerialLink&)>& read) {
     const Command command(*this, operation, QStringLiteral("service panel, ") + operation);
     return runSession(TransferKind::Service, [&] {
         const Result result = read(link_);

@@ -23,8 +23,6 @@ namespace zq::ui {
 class PortSettings;
 
 enum class TransferKind { ReadMemory, WriteMemory, ReadSettings, WriteSettings, AutoSelect, Service, Verify };
-// "3 differences between the radio and the window's data".
-QString DifferencesSummary(qsizetype count);
 
 // The page a menu brings to the front before its transfer.
 enum class TransferPage { Settings, Memory };
@@ -32,8 +30,9 @@ enum class TransferPage { Settings, Memory };
 class TransferController : public QObject {
     Q_OBJECT
 public:
+    // `strings` words the notes of what a command could not keep.
     TransferController(model::Document& document, link::SerialLink& link, PortSettings& ports,
-                       QObject* parent = nullptr);
+                       const StringTable& strings = StringTable(), QObject* parent = nullptr);
 
     // True while a session runs (the window must not close then).
     bool busy() const { return busy_; }

@@ -21,12 +21,13 @@ void TransferRecords::sessionStarted(link::SerialLink& link) {
         traceTried_ = true;
         const QString heading = QStringLiteral("%1: %2").arg(model::AppTitle(), caption_);
         if (const Result started = trace_.startInTraceFolder(operation_, heading); !started.ok())
-            notes_.append(QStringLiteral("No serial trace kept: %1").arg(started.detail));
+            notes_.append(strings_.string(text::kNoTraceKept).arg(started.detail));
     }
     if (trace_.isRecording()) trace_.attach(link);
 }
 
-void TransferRecords::sessionEnded(const QString& caption, const Result& result, const QString& backupOperation) {
+void TransferRecords::sessionEnded(const QString& caption, const Result& result,
+                                   const QString& backupOperation) {
     sessions_.append({caption, result});
     if (result.ok() && !backupOperation.isEmpty()) backups_.append(backupOperation);
 }
@@ -35,18 +36,19 @@ QString TransferRecords::outcomeText() const {
     if (sessions_.size() == 1) return link::TraceRecorder::OutcomeText(sessions_.first().result);
     QStringList parts;
     for (const Session& session : sessions_)
-        parts.append(session.caption + QStringLiteral(": ") + link::TraceRecorder::OutcomeText(session.result));
+        parts.append(session.caption + QStringLiteral(": ") +
+                     link::TraceRecorder::OutcomeText(session.result));
     return parts.join(QStringLiteral("; "));
 }
 
 QString TransferRecords::endCommand(const model::Document& document) {
     if (trace_.isRecording()) {
         if (const Result finished = trace_.finish(outcomeText()); !finished.ok())
-            notes_.append(QStringLiteral("The serial trace is incomplete: %1").arg(finished.detail));
+            notes_.append(strings_.string(text::kTraceIncomplete).arg(finished.detail));
     }
     if (!backups_.isEmpty()) {
         if (const Result kept = files::KeepBackup(document, BackupOperation(backups_)); !kept.ok())
-            notes_.append(QStringLiteral("No backup kept: %1").arg(kept.detail));
+            notes_.append(strings_.string(text::kNoBackupKept).arg(kept.detail));
     }
     const QString note = notes_.join(QStringLiteral("  "));
     beginCommand(QString(), QString());

@@ -6,6 +6,7 @@
 // not be kept becomes one note for the status bar.
 #include "link/tracerecorder.h"
 #include "model/outcome.h"
+#include "stringtable.h"
 
 #include <QList>
 #include <QString>
@@ -19,6 +20,8 @@ namespace zq::ui {
 
 class TransferRecords {
 public:
+    explicit TransferRecords(const StringTable& strings) : strings_(strings) {}
+
     // A command begins: `operation` names its trace file ("read", "verify", ...), `caption` heads it.
     void beginCommand(const QString& operation, const QString& caption);
     // A session of the command takes `link`: the command's trace starts with its first session.
@@ -40,6 +43,7 @@ private:
     };
     QString outcomeText() const;
 
+    StringTable strings_;
     link::TraceRecorder trace_;
     QString operation_;
     QString caption_;
