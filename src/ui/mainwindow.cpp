@@ -52,8 +52,9 @@ MainWindow::MainWindow(model::Document& document, TransferController& transfers,
     connect(&transfers_, &TransferController::ended, this, &MainWindow::transferEnded);
     connect(&transfers_, &TransferController::progressed, progress_, &QProgressBar::setValue);
     connect(&transfers_, &TransferController::pageWanted, this, &MainWindow::bringPageToFront);
-    connect(&transfers_, &TransferController::failed, this,
-            [this](const QString& message) { boxes_.show(ErrorBox(message)); });
+    connect(
+        &transfers_, &TransferController::failed, this,
+        [this](const QString& message, const QString& detail) { boxes_.show(ErrorBox(message, detail)); });
     connect(&transfers_, &TransferController::closed, this, &MainWindow::transferClosed);
     connect(&document_, &model::Document::currentFilePathChanged, this,
             [this] { setWindowTitle(document_.windowCaption()); });
@@ -93,8 +94,7 @@ void MainWindow::buildMenus() {
             {Kind::Entry, "mnuWr", "mnuWrSet", 1205, command([this] { transfers_.writeSettingsFromMenu(); })},
             {Kind::Entry, "mnuWr", "mnuWrMem", 1206, command([this] { transfers_.writeMemoryFromMenu(); })},
             {Kind::Entry, "mnuWr", "mnuWrAll", 1207, command([this] { transfers_.writeAll(); })},
-            {Kind::Entry, "mnuTools", "mnuToolsOptions", 1013,
-             command([this] { transfers_.choosePort(PortDialog::ask(this, transfers_.portNumber())); })},
+            {Kind::Entry, "mnuTools", "mnuToolsOptions", 1013, command([this] { setUpPort(); })},
             {Kind::Menu, nullptr, "mnuHelp", 1014},
             {Kind::Entry, "mnuHelp", "mnuHelpAbout", 1016, command([this] { showAbout(); })},
         });
@@ -210,6 +210,11 @@ ChannelEditor& MainWindow::channelEditor() {
     if (editor_) return *editor_;
     loadModifyDialog();
     return *modifyDialog_;
+}
+
+void MainWindow::setUpPort() {
+    const QList<link::SerialPortDetails> listed = transfers_.ports().listPorts();
+    transfers_.choosePort(PortDialog::ask(this, transfers_.ports(), listed), listed);
 }
 
 void MainWindow::showAbout() {

@@ -53,6 +53,7 @@ public Q_SLOTS:
 
 private Q_SLOTS:
     void showAbout();
+    void setUpPort();
     void transferStarted(zq::ui::TransferKind kind);
     void transferEnded(zq::ui::TransferKind kind);
     void transferClosed();
