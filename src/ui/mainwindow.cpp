@@ -5,7 +5,9 @@
 #include "dtmfsettingspage.h"
 #include "filecommands.h"
 #include "files/preferences.h"
+#include "files/programfiles.h"
 #include "functionsettingspage.h"
+#include "guidewindow.h"
 #include "localiseform.h"
 #include "memorypage.h"
 #include "menutable.h"
@@ -96,6 +98,7 @@ void MainWindow::buildMenus() {
             {Kind::Entry, "mnuWr", "mnuWrAll", 1207, command([this] { transfers_.writeAll(); })},
             {Kind::Entry, "mnuTools", "mnuToolsOptions", 1013, command([this] { setUpPort(); })},
             {Kind::Menu, nullptr, "mnuHelp", 1014},
+            {Kind::Entry, "mnuHelp", "mnuHelpGuide", 1400, command([this] { showGuide(); })},
             {Kind::Entry, "mnuHelp", "mnuHelpAbout", 1016, command([this] { showAbout(); })},
         });
     modifyAction_ = findChild<QAction*>(QStringLiteral("mnuEditUndo"));
@@ -215,6 +218,14 @@ ChannelEditor& MainWindow::channelEditor() {
 void MainWindow::setUpPort() {
     const QList<link::SerialPortDetails> listed = transfers_.ports().listPorts();
     transfers_.choosePort(PortDialog::ask(this, transfers_.ports(), listed), listed);
+}
+
+void MainWindow::showGuide() {
+    if (!guide_) guide_ = GuideWindow::open(files::UserGuidePath(), boxes_, strings_, this);
+    if (!guide_) return;
+    guide_->show();
+    guide_->raise();
+    guide_->activateWindow();
 }
 
 void MainWindow::showAbout() {
