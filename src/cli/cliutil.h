@@ -62,11 +62,18 @@ QCommandLineOption BaseOption();
 
 // The data the window holds right after start-up with no file.
 void LoadStartupData(model::Document& document);
-// The start-up open of a clone file: its header selects variant and clone code.
+// The start-up open of a clone file: its header selects variant and clone code. A failure names the file.
 model::Result OpenAsAtStartup(model::Document& document, const QString& path);
 // The starting point of a verb with --base: that clone file when given, else the start-up data.
 model::Result StartFromBase(model::Document& document, const QCommandLineParser& parser,
                             const QCommandLineOption& base);
+// Refuses an output that is one of the inputs (the same file by name, through a symbolic link or a
+// hard link): a usage error, before anything is read or written. Empty inputs are skipped.
+std::optional<int> RefuseOutputOntoInput(const QString& output, const QStringList& inputs,
+                                         const Command& command);
+// Whether the output can be written once the work is done: its folder exists and takes new files, and
+// it is no folder, device or FIFO. "File Open Error" when not; for checks before a long transfer.
+model::Result CheckOutputPath(const QString& path);
 // Replaces the output file as a whole; call it only once the command has otherwise succeeded.
 // "File Open Error" when it cannot be written, the previous file then left as it was.
 model::Result WriteOutput(const QString& path, const QByteArray& bytes);

@@ -10,6 +10,10 @@ int dumpCommand(const QStringList& arguments, CliContext& context) {
     const QCommandLineOption output = OutputOption();
     parser.addOption(output);
     if (const auto status = ParseVerbArguments(parser, arguments, *context.command, 0)) return *status;
+    if (parser.isSet(output)) {
+        if (const model::Result writable = CheckOutputPath(parser.value(output)); !writable.ok())
+            return Report(writable);
+    }
 
     link::SerialLink serial;
     if (const model::Result opened = OpenLink(context, serial); !opened.ok()) return Report(opened);
@@ -19,7 +23,8 @@ int dumpCommand(const QStringList& arguments, CliContext& context) {
         ProgressBar progress(context, QStringLiteral("Dump"));
         const link::StepProgress step = progress.steps();
         int lines = 0;
-        dumped = link::DumpBlocks(serial, dump, [&](const QString&) {
+        // Unlike the service panel, the tool stops at the first block nobody answers.
+        dumped = link::DumpAnsweredBlocks(serial, dump, [&](const QString&) {
             if (step) step(lines++, 256); // one call per block dumped
         });
     }

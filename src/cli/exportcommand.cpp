@@ -14,6 +14,9 @@ int exportCommand(const QStringList& arguments, CliContext& context) {
     if (!parser.isSet(output)) return UsageError(QStringLiteral("-o FILE.csv is required"), *context.command);
     const auto layout = CsvLayoutOption(parser, format, *context.command);
     if (!layout) return ExitUsage;
+    if (const auto refused =
+            RefuseOutputOntoInput(parser.value(output), parser.positionalArguments(), *context.command))
+        return *refused;
 
     model::Document document;
     if (const model::Result opened = OpenAsAtStartup(document, parser.positionalArguments().first());

@@ -4,6 +4,7 @@
 
 #include "chirprow.h"
 #include "csvrecords.h"
+#include "inputfile.h"
 #include "model/channelcodec.h"
 #include "model/tables.h"
 
@@ -106,17 +107,13 @@ ChirpOutcome ImportChirpCsvData(model::Document& document, const QByteArray& con
 }
 
 ChirpOutcome ImportChirpCsv(model::Document& document, const QString& path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
+    QFile file;
+    // Checked before opening: a FIFO would wait for a writer, a huge file would be read whole.
+    if (const InputFile input = OpenInputFile(file, path, kFileLimit); !input.ok()) {
         ChirpOutcome outcome;
-        outcome.result =
-            Result::fail(Outcome::FileOpenError, QStringLiteral("%1: %2").arg(path, file.errorString()));
-        return outcome;
-    }
-    if (file.size() > kFileLimit) {
-        ChirpOutcome outcome;
-        outcome.result =
-            Result::fail(Outcome::DataError, QStringLiteral("%1: larger than any channel list").arg(path));
+        outcome.result = Result::fail(input.fault == InputFile::Fault::TooLarge ? Outcome::DataError
+                                                                                : Outcome::FileOpenError,
+                                      input.why);
         return outcome;
     }
     return ImportChirpCsvData(document, file.readAll());

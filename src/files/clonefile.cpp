@@ -2,6 +2,7 @@
 
 #include "atomicwrite.h"
 #include "fieldreader.h"
+#include "inputfile.h"
 #include "model/channelcodec.h"
 #include "model/dialcodec.h"
 #include "model/settingscodec.h"
@@ -140,11 +141,13 @@ CloneReadResult ParseCloneFile(const QByteArray& contents) {
 }
 
 CloneReadResult ReadCloneFile(const QString& path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
+    QFile file;
+    if (const InputFile input = OpenInputFile(file, path, kCloneFileSizeLimit); !input.ok()) {
         CloneReadResult out;
-        out.result =
-            Result::fail(Outcome::FileOpenError, QStringLiteral("%1: %2").arg(path, file.errorString()));
+        // A file that big cannot be a clone file: its contents are at fault, not the reading.
+        out.result = Result::fail(input.fault == InputFile::Fault::TooLarge ? Outcome::DataError
+                                                                            : Outcome::FileOpenError,
+                                  input.why);
         return out;
     }
     return readClone(file);

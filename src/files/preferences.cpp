@@ -1,6 +1,7 @@
 #include "preferences.h"
 
 #include "atomicwrite.h"
+#include "inputfile.h"
 #include "model/numeric.h"
 #include "model/tables.h"
 
@@ -56,9 +57,9 @@ QString PortFilePath() {
 PortSetting LoadPortSetting(const QString& path) {
     PortSetting out;
     if (storedName(path) != PortFileName()) return out;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        out.result = Result::fail(Outcome::Fatal, QStringLiteral("%1: %2").arg(path, file.errorString()));
+    QFile file;
+    if (const InputFile input = OpenInputFile(file, path, -1); !input.ok()) {
+        out.result = Result::fail(Outcome::Fatal, input.why);
         return out;
     }
     // Only the first line is read; a port number never needs more than a few characters.

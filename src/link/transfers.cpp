@@ -300,18 +300,36 @@ Result ReadServiceBlock(SerialLink& link, const QString& addressText, QString& r
     return Result::done();
 }
 
-Result DumpBlocks(SerialLink& link, QString& dump, const std::function<void(const QString&)>& shown) {
+namespace {
+Result dumpBlocks(SerialLink& link, QString& dump, const std::function<void(const QString&)>& shown,
+                  bool stopOnSilence) {
     dump.clear();
     if (Result opened = OpenPortUntrapped(link); !opened.ok()) return opened;
     for (int block = 0; block < 256; ++block) {
         const QString digits = QStringLiteral("%1").arg(block, 2, 16, QLatin1Char('0')).toUpper();
+        const QString address = QLatin1Char('0') + digits + QLatin1Char('0');
         QString reply;
-        const Result read = ReadServiceBlock(link, QLatin1Char('0') + digits + QLatin1Char('0'), reply);
+        const Result read = ReadServiceBlock(link, address, reply);
         if (!read.ok()) return read;
+        // The cable echoes the command whether or not a radio is there to answer it.
+        const QString command = QStringLiteral("KV~F") + address + QLatin1Char('R');
+        if (stopOnSilence && (command + QLatin1Char('\r')).startsWith(reply))
+            return Result::fail(
+                Outcome::CommunicationError,
+                QStringLiteral("no answer to %1 within %2 ms").arg(command).arg(kServiceTimeoutMs));
         dump += digits + QLatin1Char('\t') + reply.right(34);
         if (shown) shown(dump);
     }
     return Result::done();
+}
+} // namespace
+
+Result DumpBlocks(SerialLink& link, QString& dump, const std::function<void(const QString&)>& shown) {
+    return dumpBlocks(link, dump, shown, false);
+}
+
+Result DumpAnsweredBlocks(SerialLink& link, QString& dump, const std::function<void(const QString&)>& shown) {
+    return dumpBlocks(link, dump, shown, true);
 }
 
 } // namespace zq::link

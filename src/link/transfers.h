@@ -56,5 +56,9 @@ zq::model::Result ReadServiceBlock(SerialLink& link, const QString& addressText,
 // (the data digits and CR LF). `shown` sees the dump after every line.
 zq::model::Result DumpBlocks(SerialLink& link, QString& dump,
                              const std::function<void(const QString&)>& shown = {});
+// The same, except that a block with no answer at all (nothing beyond the echo of its command) ends
+// the dump with a "Communication Error"; the lines before it stay in `dump`.
+zq::model::Result DumpAnsweredBlocks(SerialLink& link, QString& dump,
+                                     const std::function<void(const QString&)>& shown = {});
 
 } // namespace zq::link

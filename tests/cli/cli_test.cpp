@@ -31,6 +31,8 @@ protected:
         WriteFile(path("badline.318"), QByteArray(bytes).remove(12 * 34 + 3, 1)); // line 13 is one short
         WriteFile(path("badtone.318"), QByteArray(bytes).replace(28 * 34 + 24, 2, "FF")); // channel 5's tone
         WriteFile(path("cut.csv"), ReadFile(path("demo.csv")).left(400));
+        WriteFile(path("empty.csv"), "");
+        WriteFile(path("semicolons.csv"), ReadFile(path("demo.csv")).replace(',', ';'));
         WriteFile(path("lf.318"), QByteArray(bytes).replace("\r\n", "\n"));
         // channel 6's frequency with a hex letter, channel 7's power code beyond High
         WriteFile(path("strict.318"),
@@ -62,11 +64,18 @@ struct CliCase {
 
 const CliCase kCases[] = {
     {"Export", "export demo.318 -o out.csv", 0, ""},
+    {"ExportOverAnotherFile", "export demo.318 -o demo.csv", 0, ""},
     {"ExportIntoAMissingFolder", "export demo.318 -o no/out.csv", 6, "File Open Error: "},
     {"ExportWithoutOutput", "export demo.318", 2, "zq318 export: -o FILE.csv is required"},
     {"ImportOntoABase", "import demo.csv -o out.318 --base other.318", 0, ""},
     {"ImportOntoTheStartUpData", "import demo.csv -o out.318", 0, ""},
     {"ImportOfACsvCutShort", "import cut.csv -o out.318", 6, "Input past end of file"},
+    {"ImportOfAnEmptyFile", "import empty.csv -o out.318", 5,
+     "Data Error: empty.csv holds no channel record"},
+    {"ImportOfSemicolons", "import semicolons.csv -o out.318", 5, "Data Error: semicolons.csv holds no"},
+    {"ImportOfAnotherKindOfFile", "import demo.318 -o out.318", 5, "Data Error: demo.318 holds no"},
+    {"ImportOntoItsBase", "import demo.csv --base demo.318 -o demo.318", 2,
+     "zq318 import: the output demo.318"},
     {"CheckOfAGoodFile", "check demo.318", 0, "", "OK\n"},
     {"CheckOfABadLine", "check badline.318", 5, "Data Error: line 13 has 31 characters, not 32"},
     {"CheckOfAnUndecodableRecord", "check badtone.318", 6, "File Open Error: line 29: channel 5"},
@@ -127,6 +136,29 @@ TEST_P(Cli, ExitStatusMessageAndOutput) {
 
 INSTANTIATE_TEST_SUITE_P(Cases, Cli, ::testing::ValuesIn(kCases),
                          [](const auto& info) { return std::string(info.param.name); });
+
+// Lines the import cannot use are listed; the data are imported as the window would import them.
+TEST_F(Workspace, ImportListsTheLinesItCannotUse) {
+    QList<QByteArray> lines = ReadFile(path("demo.csv")).split('\n');
+    lines[5].replace("\"------\",", "");                   // a field short: the next record is lost
+    lines[9].insert(lines[9].size() - 1, ",\"extra\"");    // a field too many: ignored
+    lines[11].replace("\"MEMORY\",\"", "\"MEMORY\",\"20"); // channel 207
+    const QByteArray csv = lines.join('\n');
+    WriteFile(path("odd.csv"), csv);
+    const auto [status, out, err] = run({"import", "odd.csv", "-o", "out.318"});
+    EXPECT_EQ(status, 0);
+    const QStringList said = err.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    ASSERT_EQ(said.size(), 3) << err.toStdString();
+    EXPECT_TRUE(said[0].startsWith(QLatin1String("odd.csv:6: 17 fields instead of 18;")))
+        << err.toStdString();
+    EXPECT_TRUE(said[1].startsWith(QLatin1String("odd.csv:10: 19 fields instead of 18;")))
+        << err.toStdString();
+    EXPECT_TRUE(said[2].startsWith(QLatin1String("odd.csv:12: record skipped: CHANNEL \"207\"")))
+        << err.toStdString();
+    model::Document expected;
+    ASSERT_TRUE(files::ImportCsvData(expected, csv).ok());
+    EXPECT_EQ(ReadFile(path("out.318")), files::SerializeCloneFile(expected));
+}
 
 TEST_F(Workspace, ChirpLayoutBothWays) {
     auto [status, out, err] = run({"export", "demo.318", "--format", "chirp", "-o", "out.csv"});

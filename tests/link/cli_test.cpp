@@ -98,12 +98,43 @@ TEST(CliTest, ReadWriteAndDumpCopyOneRadioToAnother) {
     EXPECT_EQ(target.commands().last(), QStringLiteral("KV~F0FF0R")); // no service control ends a session
 }
 
+// A save that fails after the transfer (the folder went away meanwhile) leaves what was read in a
+// recovery file, named on standard error.
+TEST(CliTest, ReadKeepsWhatItReadWhenTheSaveFails) {
+    VirtualRadio source;
+    ASSERT_TRUE(source.open().ok());
+    FillSampleRadio(source);
+    QTemporaryDir dir, home;
+    QDir(dir.path()).mkdir(QStringLiteral("gone"));
+    QObject::connect(&source, &VirtualRadio::commandReceived,
+                     [&dir] { QDir(dir.filePath(QStringLiteral("gone"))).removeRecursively(); });
+    const ToolRun run = RunTool(
+        {"--port", source.devicePath(), "--quiet", "read", "-o", dir.filePath(QStringLiteral("gone/x.318"))},
+        home.path());
+    EXPECT_EQ(run.status, 6);
+    EXPECT_TRUE(run.firstErrorLine.startsWith(QStringLiteral("File Open Error: ") + dir.path()))
+        << run.firstErrorLine.toStdString();
+    const QString prefix = QStringLiteral("The data read are saved in ");
+    const QString said = run.errors.section(QLatin1Char('\n'), 1, 1);
+    ASSERT_TRUE(said.startsWith(prefix)) << run.errors.toStdString();
+    const QString recovery = said.mid(prefix.size());
+    EXPECT_TRUE(recovery.startsWith(home.filePath(QStringLiteral("Korvex/zq318/recovery/"))));
+    QFile saved(recovery);
+    ASSERT_TRUE(saved.open(QIODevice::ReadOnly));
+    QStringList lines = QString::fromLatin1(saved.readAll()).split(QStringLiteral("\r\n"));
+    QStringList expected = CloneLines(source.memory()) << QString();
+    lines.remove(7, 2); // the repeater record, which a read does not fetch
+    expected.remove(7, 2);
+    EXPECT_EQ(lines, expected);
+}
+
 struct FailureCase {
     const char* name;
     const char* arguments; // PORT: the radio's device, OUT: an existing file
     const char* fault;
     int status;
     const char* message;
+    bool radioUntouched = false; // the tool gave up before sending anything
 };
 
 class CliFailureTest : public RadioTest, public ::testing::WithParamInterface<FailureCase> {};
@@ -127,6 +158,9 @@ TEST_P(CliFailureTest, ReportsAndLeavesOutputAlone) {
         << run.firstErrorLine.toStdString();
     ASSERT_TRUE(existing.open(QIODevice::ReadOnly));
     EXPECT_EQ(existing.readAll(), QByteArray("previous contents\n"));
+    if (c.radioUntouched) {
+        EXPECT_EQ(radio.commands(), QStringList());
+    }
 }
 
 // One case per verb's failure path; the transfers' own failures are covered against the link. The service
@@ -139,7 +173,11 @@ const FailureCase kFailures[] = {
     {"ReadSettingsHangup", "--port PORT read --settings -o OUT", "hangup@00F0", 4, "COM Port Error"},
     {"WriteDataError", "--port PORT write OUT", "", 5, "Data Error"},
     {"ReadBothOptions", "--port PORT read --settings --memory -o OUT", "", 2, "zq318 read"},
-    {"DumpIntoFileHangup", "--port PORT dump -o OUT", "hangup@0100", 6, "Run-time error: cannot open"},
+    {"DumpIntoFileHangup", "--port PORT dump -o OUT", "hangup@0100", 3,
+     "Communication Error: no answer to KV~F0100R"},
+    {"ReadIntoAMissingFolder", "--port PORT read -o OUT.d/out.318", "", 6, "File Open Error: ", true},
+    {"DumpIntoAMissingFolder", "--port PORT dump -o OUT.d/out.txt", "", 6, "File Open Error: ", true},
+    {"DumpUnanswered", "--port PORT dump", "timeout@0000", 3, "Communication Error: no answer to KV~F0000R"},
     {"NoSuchPort", "--port /dev/zq318-no-such-port detect", "", 4,
      "COM Port Error: cannot open /dev/zq318-no-such-port: no such device"},
     {"NoSuchPortNumber", "--port 14 read -o OUT", "", 4, "COM Port Error: no serial port 14 (COM 14); the "}};
