@@ -43,6 +43,10 @@ constexpr Entry kEnglish[] = {
     {1205, "Settings(&S)"},
     {1206, "Memory(&M)"},
     {1207, "ALL(&A)"},
+    // the program's own additions
+    {1400, "User Guide(&G)"},
+    {1401, "User Guide"},
+    {1402, "The user guide cannot be shown."},
 };
 
 constexpr Entry kJapanese[] = {
@@ -99,6 +103,9 @@ constexpr Entry kJapanese[] = {
     {1205, "設定(&S)"},
     {1206, "メモリ(&M)"},
     {1207, "全て(&A)"},
+    {1400, "ユーザー ガイド(&G)"},
+    {1401, "ユーザー ガイド"},
+    {1402, "ユーザー ガイドを表示できません。"},
 };
 
 template <size_t N> QHash<int, QString> makeTable(const Entry (&entries)[N]) {
