@@ -3,9 +3,10 @@
 #include "commands.h"
 #include "files/backups.h"
 #include "files/preferences.h"
+#include "files/userdata.h"
 #include "link/portnumbers.h"
-#include "link/tracerecorder.h"
 #include "link/serialports.h"
+#include "link/tracerecorder.h"
 
 #include <cstdio>
 #include <unistd.h>
@@ -51,7 +52,9 @@ Result OpenLink(CliContext& context, link::SerialLink& serial) {
             const Result started = trace->start(context.tracePath, heading);
             if (!started.ok()) return started;
         } else if (const Result started =
-                       trace->startInTraceFolder(QLatin1String(context.command->name), heading);
+                       files::StartUserFile(QStringLiteral("traces"), {QLatin1String(context.command->name)},
+                                            QStringLiteral(".txt"), link::kTracesKept,
+                                            [&](const QString& path) { return trace->start(path, heading); });
                    !started.ok()) {
             context.traceProblem = started.detail;
         }

@@ -89,6 +89,14 @@ int main(int argc, char* argv[]) {
         PrintErr(QStringLiteral("Try zq318 --help."));
         return ExitUsage;
     }
+    // The trace is one more output: it must not replace a file the command reads or writes.
+    if (parser.isSet(trace)) {
+        QStringList files;
+        for (const QString& argument : positional.mid(1))
+            files.append(argument.startsWith(QLatin1Char('-')) ? argument.section(QLatin1Char('='), 1)
+                                                               : argument);
+        if (const auto refused = RefuseOutputOntoInput(parser.value(trace), files, *command)) return *refused;
+    }
     CliContext context;
     context.port = parser.value(port);
     context.quiet = parser.isSet(quiet);

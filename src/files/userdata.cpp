@@ -73,4 +73,16 @@ void KeepNewest(const QString& folder, const QStringList& nameFilters, int keep)
         QFile::remove(QDir(folder).filePath(names.at(i)));
 }
 
+zq::model::Result StartUserFile(const QString& kind, const QStringList& parts, const QString& suffix,
+                                int keep,
+                                const std::function<zq::model::Result(const QString& path)>& start) {
+    QString why;
+    const QString folder = UserDataFolder(kind, &why);
+    if (folder.isEmpty()) return zq::model::Result::fail(zq::model::Outcome::FileOpenError, why);
+    const zq::model::Result started =
+        start(FreshTimestampedPath(folder, QDateTime::currentDateTime(), parts, suffix));
+    if (started.ok()) KeepNewest(folder, {QLatin1Char('*') + suffix}, keep);
+    return started;
+}
+
 } // namespace zq::files

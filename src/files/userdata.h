@@ -1,10 +1,14 @@
 #pragma once
 // The per-user files of the program (recovery files, backups, traces): one folder per kind under
 // the per-user data location, readable by the user alone, shared by the window and zq318.
+#include "model/outcome.h"
+
 #include <QByteArray>
 #include <QDateTime>
 #include <QString>
 #include <QStringList>
+
+#include <functional>
 
 namespace zq::files {
 
@@ -32,5 +36,11 @@ QString FreshTimestampedPath(const QString& folder, QDateTime when, const QStrin
 QStringList NewestFirst(const QString& folder, const QStringList& nameFilters);
 // Deletes all but the newest `keep` of them.
 void KeepNewest(const QString& folder, const QStringList& nameFilters, int keep);
+
+// Starts a new file of `kind` (such as a serial trace) named by the time and `parts`: `start`
+// creates it at the path given, then all but the newest `keep` files ending in `suffix` go. The
+// result is start's, or why the folder could not be made.
+zq::model::Result StartUserFile(const QString& kind, const QStringList& parts, const QString& suffix,
+                                int keep, const std::function<zq::model::Result(const QString& path)>& start);
 
 } // namespace zq::files

@@ -1,7 +1,5 @@
 #include "tracerecorder.h"
 
-#include "files/userdata.h"
-
 #include <QDateTime>
 
 namespace zq::link {
@@ -49,17 +47,6 @@ Result TraceRecorder::start(const QString& path, const QString& heading) {
     if (!heading.isEmpty()) file_.write(QStringLiteral("# %1\n").arg(heading).toUtf8());
     file_.flush();
     return Result::done();
-}
-
-Result TraceRecorder::startInTraceFolder(const QString& operation, const QString& heading) {
-    QString why;
-    const QString folder = zq::files::UserDataFolder(QStringLiteral("traces"), &why);
-    if (folder.isEmpty()) return Result::fail(Outcome::FileOpenError, why);
-    const QString path = zq::files::FreshTimestampedPath(folder, QDateTime::currentDateTime(), {operation},
-                                                         QStringLiteral(".txt"));
-    const Result started = start(path, heading);
-    if (started.ok()) zq::files::KeepNewest(folder, {QStringLiteral("*.txt")}, kTracesKept);
-    return started;
 }
 
 void TraceRecorder::attach(SerialLink& link) {

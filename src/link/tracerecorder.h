@@ -15,6 +15,7 @@ namespace zq::link {
 
 struct LinkEvent;
 
+// Traces kept in the per-user "traces" folder.
 inline constexpr int kTracesKept = 10;
 
 class TraceRecorder {
@@ -26,9 +27,6 @@ public:
 
     // Starts the trace in `path`, replacing it; `heading` (such as the command line) goes first.
     zq::model::Result start(const QString& path, const QString& heading);
-    // Starts it in a new file of the per-user "traces" folder named by the time and `operation`,
-    // and deletes all but the newest ten traces there.
-    zq::model::Result startInTraceFolder(const QString& operation, const QString& heading);
     QString path() const { return file_.fileName(); }
     bool isRecording() const { return file_.isOpen(); }
 

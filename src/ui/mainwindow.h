@@ -8,6 +8,7 @@
 #include "transfercontroller.h"
 
 #include <QMainWindow>
+#include <QPointer>
 
 class QProgressBar;
 class QToolBar;
@@ -21,6 +22,7 @@ namespace zq::ui {
 class DtmfSettingsPage;
 class FileCommands;
 class FunctionSettingsPage;
+class GuideWindow;
 class MemoryPage;
 class MessageBoxes;
 class ModifyDialog;
@@ -56,6 +58,8 @@ public Q_SLOTS:
 
 private Q_SLOTS:
     void showAbout();
+    void showGuide();
+    void setUpPort();
     void transferStarted(zq::ui::TransferKind kind);
     void transferEnded(zq::ui::TransferKind kind);
     void transferClosed();
@@ -85,6 +89,7 @@ private:
     QAction* modifyAction_ = nullptr;
     ModifyDialog* modifyDialog_ = nullptr;
     ChannelEditor* editor_ = nullptr;
+    QPointer<GuideWindow> guide_;
     UrlOpener openUrl_ = DesktopUrlOpener();
 };
 

@@ -44,6 +44,11 @@ QMessageBox::Icon toIcon(MessageIcon icon) {
 
 MessageAnswer QtMessageBoxes::show(const MessageRequest& request) {
     QMessageBox box(toIcon(request.icon), request.title, request.text, QMessageBox::NoButton, parent_);
+    if (!request.detail.isEmpty()) {
+        box.setInformativeText(request.detail);
+        // A device path or a command can be copied from the box into a terminal.
+        box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    }
     switch (request.buttons) {
     case MessageButtons::Ok:
         box.setStandardButtons(QMessageBox::Ok);
@@ -73,8 +78,9 @@ MessageAnswer QtMessageBoxes::show(const MessageRequest& request) {
     }
 }
 
-MessageRequest ErrorBox(const QString& message) {
-    return {message, QStringLiteral("ERROR"), MessageButtons::Ok, MessageIcon::Critical, MessageAnswer::Ok};
+MessageRequest ErrorBox(const QString& message, const QString& detail) {
+    return {message, QStringLiteral("ERROR"), MessageButtons::Ok, MessageIcon::Critical, MessageAnswer::Ok,
+            detail};
 }
 
 MessageRequest FatalErrorBox(const QString& detail) {

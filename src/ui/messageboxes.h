@@ -23,15 +23,17 @@ struct MessageRequest {
     MessageRequest() = default;
     MessageRequest(QString text, QString title, MessageButtons buttons = MessageButtons::Ok,
                    MessageIcon icon = MessageIcon::None, MessageAnswer defaultButton = MessageAnswer::Ok,
-                   QString details = QString())
+                   QString detail = QString())
         : text(std::move(text)), title(std::move(title)), buttons(buttons), icon(icon),
-          defaultButton(defaultButton), details(std::move(details)) {}
+          defaultButton(defaultButton), detail(std::move(detail)) {}
 
     QString text;
     QString title;
     MessageButtons buttons = MessageButtons::Ok;
     MessageIcon icon = MessageIcon::None;
     MessageAnswer defaultButton = MessageAnswer::Ok;
+    // Shown under the text, which stays the program's own message: what went wrong and what to do.
+    QString detail;
     QString details; // a long list, behind the box's "Show Details..." button
     bool operator==(const MessageRequest&) const = default;
 };
@@ -67,7 +69,8 @@ public:
 };
 
 // The common boxes of the program.
-MessageRequest ErrorBox(const QString& message);     // "Data Error", "File Open Error" ... title "ERROR"
+// "Data Error", "File Open Error" ... title "ERROR"
+MessageRequest ErrorBox(const QString& message, const QString& detail = QString());
 MessageRequest FatalErrorBox(const QString& detail); // the run-time error report that ends the program
 MessageRequest ConfirmBox(const QString& title, const QString& warning, const QString& question);
 MessageRequest SaveChangesBox();

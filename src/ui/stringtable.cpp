@@ -43,7 +43,10 @@ constexpr Entry kEnglish[] = {
     {1205, "Settings(&S)"},
     {1206, "Memory(&M)"},
     {1207, "ALL(&A)"},
-    // Entries of this program's own, beside the designed ones.
+    // the program's own additions
+    {1400, "User Guide(&G)"},
+    {1401, "User Guide"},
+    {1402, "The user guide cannot be shown."},
     {1310, "Import CHIRP CSV(&H)..."},
     {1311, "Export CHIRP CSV(&V)..."},
     {1312, "Verify Radio(&V)"},
@@ -120,6 +123,9 @@ constexpr Entry kJapanese[] = {
     {1205, "設定(&S)"},
     {1206, "メモリ(&M)"},
     {1207, "全て(&A)"},
+    {1400, "ユーザー ガイド(&G)"},
+    {1401, "ユーザー ガイド"},
+    {1402, "ユーザー ガイドを表示できません。"},
     {1310, "CHIRP CSV インポート(&H)..."},
     {1311, "CHIRP CSV エクスポート(&V)..."},
     {1312, "無線機と照合(&V)"},

@@ -4,7 +4,6 @@
 #include "link/transfers.h"
 #include "link/verify.h"
 #include "model/document.h"
-#include "portsettings.h"
 
 #include <optional>
 
@@ -92,13 +91,9 @@ TransferController::TransferController(model::Document& document, link::SerialLi
                                        const StringTable& strings, QObject* parent)
     : QObject(parent), document_(document), link_(link), ports_(ports), records_(strings) {}
 
-int TransferController::portNumber() const {
-    return ports_.number();
-}
-
-void TransferController::choosePort(int number) {
+void TransferController::choosePort(const PortChoice& choice, const QList<link::SerialPortDetails>& listed) {
     if (link_.isOpen()) link_.close();
-    ports_.choose(number);
+    ports_.choose(choice, listed);
 }
 
 bool TransferController::runSession(TransferKind kind, const std::function<Result()>& session) {
@@ -118,9 +113,18 @@ bool TransferController::runSession(TransferKind kind, const std::function<Resul
 // A port that cannot be opened (a failure outside any exchange) shows "COM Port Error" too.
 void TransferController::reportFailure(const Result& result) {
     if (result.outcome == Outcome::Fatal)
-        Q_EMIT failed(Result::fail(Outcome::ComPortError).message());
+        Q_EMIT failed(Result::fail(Outcome::ComPortError).message(), failureDetail(result));
     else if (result.outcome == Outcome::CommunicationError || result.outcome == Outcome::ComPortError)
-        Q_EMIT failed(result.message());
+        Q_EMIT failed(result.message(), failureDetail(result));
+}
+
+QString TransferController::failureDetail(const Result& result) const {
+    if (!link_.isOpen() && link_.portName().isEmpty()) {
+        const QString named =
+            ports_.deviceOverride().isEmpty() ? link::PortCaption(ports_.number()) : ports_.deviceOverride();
+        return QStringLiteral("no serial port %1; %2").arg(named, link::ListedPortsText(ports_.listPorts()));
+    }
+    return result.detail;
 }
 
 void TransferController::finish(const Result& result) {
@@ -244,7 +248,7 @@ bool TransferController::runService(const QString& operation,
     const Command command(*this, operation, QStringLiteral("service panel, ") + operation);
     return runSession(TransferKind::Service, [&] {
         const Result result = read(link_);
-        if (!result.ok()) Q_EMIT failed(Result::fail(Outcome::ComPortError).message());
+        if (!result.ok()) Q_EMIT failed(Result::fail(Outcome::ComPortError).message(), failureDetail(result));
         return result;
     });
 }

@@ -1,6 +1,7 @@
 #include "transferrecords.h"
 
 #include "files/backups.h"
+#include "files/userdata.h"
 #include "model/tables.h"
 
 namespace zq::ui {
@@ -20,8 +21,10 @@ void TransferRecords::sessionStarted(link::SerialLink& link) {
     if (!traceTried_) {
         traceTried_ = true;
         const QString heading = QStringLiteral("%1: %2").arg(model::AppTitle(), caption_);
-        if (const Result started = trace_.startInTraceFolder(operation_, heading); !started.ok())
-            notes_.append(strings_.string(text::kNoTraceKept).arg(started.detail));
+        const Result started = files::StartUserFile(
+            QStringLiteral("traces"), {operation_}, QStringLiteral(".txt"), link::kTracesKept,
+            [&](const QString& path) { return trace_.start(path, heading); });
+        if (!started.ok()) notes_.append(strings_.string(text::kNoTraceKept).arg(started.detail));
     }
     if (trace_.isRecording()) trace_.attach(link);
 }

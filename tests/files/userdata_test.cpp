@@ -59,3 +59,53 @@ TEST_F(UserDataTest, NamesSortByTimeAndOnlyTheNewestAreKept) {
     EXPECT_EQ(kept.last(), TimestampedName(start.addSecs(2 * 3600), {}, QStringLiteral(".txt")));
     EXPECT_TRUE(QFile::exists(QDir(folder).filePath(QStringLiteral("notes.md"))));
 }
+
+TEST_F(UserDataTest, StartingAUserFileMakesItAndPrunesOnlyAfterASuccess) {
+    using zq::model::Outcome;
+    using zq::model::Result;
+    const QString folder = UserDataFolder(QStringLiteral("traces"));
+    const QDateTime old(QDate(2020, 1, 1), QTime(0, 0));
+    for (int i = 0; i < 3; ++i)
+        WritePrivateFile(QDir(folder).filePath(TimestampedName(old.addSecs(i), {}, QStringLiteral(".txt"))),
+                         "x");
+    const auto create = [](const QString& path) {
+        return WritePrivateFile(path, "trace").isEmpty() ? Result::done()
+                                                         : Result::fail(Outcome::FileOpenError, path);
+    };
+
+    // A start that fails leaves the old files alone.
+    QString tried;
+    const Result failed =
+        StartUserFile(QStringLiteral("traces"), {QStringLiteral("read")}, QStringLiteral(".txt"), 2,
+                      [&](const QString& path) {
+                          tried = path;
+                          return Result::fail(Outcome::FileOpenError, QStringLiteral("disk full"));
+                      });
+    EXPECT_EQ(failed.detail, QStringLiteral("disk full"));
+    EXPECT_TRUE(tried.startsWith(folder + QLatin1Char('/')) && tried.endsWith(QStringLiteral("_read.txt")))
+        << tried.toStdString();
+    EXPECT_EQ(NewestFirst(folder, {QStringLiteral("*.txt")}).size(), 3);
+
+    // A new file is the newest, and only `keep` stay.
+    QString made;
+    ASSERT_TRUE(StartUserFile(QStringLiteral("traces"), {QStringLiteral("read")}, QStringLiteral(".txt"), 2,
+                              [&](const QString& path) {
+                                  made = path;
+                                  return create(path);
+                              })
+                    .ok());
+    const QStringList kept = NewestFirst(folder, {QStringLiteral("*.txt")});
+    ASSERT_EQ(kept.size(), 2);
+    EXPECT_EQ(QDir(folder).filePath(kept.first()), made);
+
+    // No folder: the reason, and start is never called.
+    QFile(home.filePath(QStringLiteral("Korvex/zq318/nowhere"))).open(QIODevice::WriteOnly);
+    bool called = false;
+    const Result noFolder =
+        StartUserFile(QStringLiteral("nowhere"), {}, QStringLiteral(".txt"), 2, [&](const QString&) {
+            called = true;
+            return Result::done();
+        });
+    EXPECT_EQ(noFolder.outcome, Outcome::FileOpenError);
+    EXPECT_FALSE(called);
+}

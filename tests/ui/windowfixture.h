@@ -1,5 +1,6 @@
 #pragma once
 // The program with scripted boxes and dialogs, a port file in a temporary folder and no pause.
+#include "files/preferences.h"
 #include "ui/channelgridview.h"
 #include "ui/filedialogs.h"
 #include "ui/functionsettingspage.h"
@@ -42,7 +43,10 @@ protected:
           window(&program->window()), fatalSpy(program.get(), &Program::fatalError) {
         window->setChannelEditor(&editor);
     }
-    void SetUp() override { ASSERT_TRUE(temp.isValid()); }
+    void SetUp() override {
+        ASSERT_TRUE(temp.isValid());
+        files::SaveRememberedAdapter({}); // no adapter left over from another test
+    }
     void TearDown() override { doc().setDataChanged(false); } // no prompt on the way out
 
     model::Result load(const QString& file = QString()) {
