@@ -1,6 +1,7 @@
 #include "filecommands.h"
 
 #include "filedialogs.h"
+#include "files/chirpcsv.h"
 #include "files/clonefile.h"
 #include "files/csvexchange.h"
 #include "messageboxes.h"
@@ -12,8 +13,8 @@ using model::Outcome;
 using model::Result;
 
 FileCommands::FileCommands(model::Document& document, MessageBoxes& boxes, FileDialogs& dialogs,
-                           QObject* parent)
-    : QObject(parent), document_(document), boxes_(boxes), dialogs_(dialogs) {}
+                           const StringTable& strings, QObject* parent)
+    : QObject(parent), document_(document), boxes_(boxes), dialogs_(dialogs), strings_(strings) {}
 
 bool FileCommands::mayClose() {
     if (!files::NeedsSavePrompt(document_)) return true;
@@ -79,6 +80,50 @@ void FileCommands::exportCsv() {
     const QString path = dialogs_.choose({FileRequest::Kind::Save, CsvFileFilter()});
     if (path.isEmpty()) return;
     ShowFailure(boxes_, files::ExportCsv(document_, path));
+}
+
+namespace {
+
+// What an import or export could not carry over, in one box under `summary`; none when it carried
+// everything. The lines are those zq318 prints.
+void ShowChirpReports(MessageBoxes& boxes, const StringTable& strings, int title, const QString& summary,
+                      const files::ChirpOutcome& outcome) {
+    const QStringList lines = outcome.lines();
+    if (lines.isEmpty()) return;
+    boxes.show(ListBox(strings, strings.string(title), summary, lines));
+}
+
+QString CountedText(const StringTable& strings, int one, int many, int count) {
+    return count == 1 ? strings.string(one) : strings.string(many).arg(count);
+}
+
+} // namespace
+
+void FileCommands::importChirpCsv() {
+    const QString path = dialogs_.choose({FileRequest::Kind::Open, strings_.string(text::kChirpFileFilter)});
+    if (path.isEmpty()) return;
+    const files::ChirpOutcome outcome = files::ImportChirpCsv(document_, path);
+    if (!outcome.result.ok()) {
+        ShowFailure(boxes_, outcome.result);
+        return;
+    }
+    ShowChirpReports(
+        boxes_, strings_, text::kChirpImportTitle,
+        CountedText(strings_, text::kOneChannelImported, text::kChannelsImported, outcome.channels), outcome);
+    if (outcome.channels > 0) Q_EMIT imported();
+}
+
+void FileCommands::exportChirpCsv() {
+    const QString path = dialogs_.choose({FileRequest::Kind::Save, strings_.string(text::kChirpFileFilter)});
+    if (path.isEmpty()) return;
+    const files::ChirpOutcome outcome = files::ExportChirpCsv(document_, path);
+    if (!outcome.result.ok()) {
+        ShowFailure(boxes_, outcome.result);
+        return;
+    }
+    ShowChirpReports(
+        boxes_, strings_, text::kChirpExportTitle,
+        CountedText(strings_, text::kOneChannelExported, text::kChannelsExported, outcome.channels), outcome);
 }
 
 } // namespace zq::ui

@@ -17,6 +17,7 @@
 #include "pagestrip.h"
 #include "portdialog.h"
 #include "servicepanel.h"
+#include "stringtable.h"
 
 #include <QAction>
 #include <QGuiApplication>
@@ -36,6 +37,8 @@ namespace {
 
 constexpr int kWindowWidthTwips = 10200;
 constexpr int kWindowHeightTwips = 7905;
+// A note hides the "Status" panel while it shows: long enough to be read, then the panel is back.
+constexpr int kNoteShownMs = 30000;
 
 } // namespace
 
@@ -58,6 +61,9 @@ MainWindow::MainWindow(model::Document& document, TransferController& transfers,
         &transfers_, &TransferController::failed, this,
         [this](const QString& message, const QString& detail) { boxes_.show(ErrorBox(message, detail)); });
     connect(&transfers_, &TransferController::closed, this, &MainWindow::transferClosed);
+    connect(&transfers_, &TransferController::verified, this, &MainWindow::showDifferences);
+    connect(&transfers_, &TransferController::noted, this,
+            [this](const QString& note) { statusBar()->showMessage(note, kNoteShownMs); });
     connect(&document_, &model::Document::currentFilePathChanged, this,
             [this] { setWindowTitle(document_.windowCaption()); });
     connect(&files_, &FileCommands::imported, this, [this] { memoryPage_->setCurrentRow(1); });
@@ -77,6 +83,8 @@ void MainWindow::buildMenus() {
             {Kind::Separator, "mnuFile", "mnuFileBar0"},
             {Kind::Entry, "mnuFile", "mnuImport", 1201, command([this] { files_.importCsv(); })},
             {Kind::Entry, "mnuFile", "mnuExport", 1202, command([this] { files_.exportCsv(); })},
+            {Kind::Entry, "mnuFile", "mnuImportChirp", 1310, command([this] { files_.importChirpCsv(); })},
+            {Kind::Entry, "mnuFile", "mnuExportChirp", 1311, command([this] { files_.exportChirpCsv(); })},
             {Kind::Separator, "mnuFile", "mnuFileBar1"},
             {Kind::Entry, "mnuFile", "mnuFilePageSetup", 1005},
             {Kind::Entry, "mnuFile", "mnuFilePrint", 1006},
@@ -97,9 +105,13 @@ void MainWindow::buildMenus() {
             {Kind::Entry, "mnuWr", "mnuWrMem", 1206, command([this] { transfers_.writeMemoryFromMenu(); })},
             {Kind::Entry, "mnuWr", "mnuWrAll", 1207, command([this] { transfers_.writeAll(); })},
             {Kind::Entry, "mnuTools", "mnuToolsOptions", 1013, command([this] { setUpPort(); })},
+            // The program's own entries follow the designed ones of their menu.
+            {Kind::Entry, "mnuTools", "mnuToolsVerify", 1312, command([this] { transfers_.verifyRadio(); })},
             {Kind::Menu, nullptr, "mnuHelp", 1014},
             {Kind::Entry, "mnuHelp", "mnuHelpGuide", 1400, command([this] { showGuide(); })},
             {Kind::Entry, "mnuHelp", "mnuHelpAbout", 1016, command([this] { showAbout(); })},
+            {Kind::Entry, "mnuHelp", "mnuHelpTraces", 1313,
+             command([this] { OpenTraceFolder(boxes_, openUrl_, strings_); })},
         });
     modifyAction_ = findChild<QAction*>(QStringLiteral("mnuEditUndo"));
 }
@@ -254,6 +266,14 @@ void MainWindow::transferStarted(TransferKind kind) {
     case TransferKind::AutoSelect:
         functionPage_->setAutoSelectEnabled(false);
         break;
+    case TransferKind::Verify:
+        // A comparison reads the whole radio: no other transfer may start until it is over.
+        memoryPage_->setTransferButtonsEnabled(false);
+        setSettingsButtonsEnabled(false);
+        functionPage_->setAutoSelectEnabled(false);
+        progress_->setValue(0);
+        progress_->show();
+        break;
     case TransferKind::Service:
         return; // the service reads show no hourglass
     }
@@ -270,6 +290,19 @@ void MainWindow::transferClosed() {
     functionPage_->setAutoSelectEnabled(true);
     progress_->hide();
     progress_->setValue(0);
+}
+
+void MainWindow::showDifferences(const QStringList& differences) {
+    const QString title = strings_.string(text::kVerifyTitle);
+    if (differences.isEmpty()) {
+        boxes_.show({strings_.string(text::kNoDifferences), title, MessageButtons::Ok,
+                     MessageIcon::Information, MessageAnswer::Ok});
+        return;
+    }
+    const QString summary = differences.size() == 1
+                                ? strings_.string(text::kOneDifference)
+                                : strings_.string(text::kDifferences).arg(differences.size());
+    boxes_.show(ListBox(strings_, title, summary, differences, MessageIcon::Warning));
 }
 
 void MainWindow::bringPageToFront(TransferPage page) {

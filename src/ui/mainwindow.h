@@ -4,6 +4,7 @@
 // user's commands on to the transfer controller and the file commands, and observes the
 // controller to enable its buttons and show progress and failures.
 #include "channeleditor.h"
+#include "tracefolder.h"
 #include "transfercontroller.h"
 
 #include <QMainWindow>
@@ -43,6 +44,8 @@ public:
     void loadModifyDialog();
     // Replaces what the grids open (tests); null goes back to the modify dialog.
     void setChannelEditor(ChannelEditor* editor) { editor_ = editor; }
+    // Replaces what shows a folder on the desktop (tests).
+    void setUrlOpener(UrlOpener open) { openUrl_ = std::move(open); }
 
     MemoryPage& memoryPage() const { return *memoryPage_; }
     FunctionSettingsPage& functionPage() const { return *functionPage_; }
@@ -60,6 +63,7 @@ private Q_SLOTS:
     void transferStarted(zq::ui::TransferKind kind);
     void transferEnded(zq::ui::TransferKind kind);
     void transferClosed();
+    void showDifferences(const QStringList& differences);
     void bringPageToFront(zq::ui::TransferPage page);
 
 private:
@@ -86,6 +90,7 @@ private:
     ModifyDialog* modifyDialog_ = nullptr;
     ChannelEditor* editor_ = nullptr;
     QPointer<GuideWindow> guide_;
+    UrlOpener openUrl_ = DesktopUrlOpener();
 };
 
 } // namespace zq::ui

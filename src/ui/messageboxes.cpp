@@ -2,6 +2,7 @@
 
 #include "files/clonefile.h"
 #include "model/tables.h"
+#include "stringtable.h"
 
 #include <QMessageBox>
 
@@ -60,6 +61,7 @@ MessageAnswer QtMessageBoxes::show(const MessageRequest& request) {
         break;
     }
     box.setDefaultButton(toStandard(request.defaultButton));
+    if (!request.details.isEmpty()) box.setDetailedText(request.details);
     const int pressed = box.exec();
     switch (pressed) {
     case QMessageBox::Yes:
@@ -94,6 +96,19 @@ MessageRequest ConfirmBox(const QString& title, const QString& warning, const QS
 MessageRequest SaveChangesBox() {
     return {files::SavePromptText(), files::SavePromptTitle(), MessageButtons::YesNoCancel,
             MessageIcon::Question, MessageAnswer::Yes};
+}
+
+MessageRequest ListBox(const StringTable& strings, const QString& title, const QString& summary,
+                       const QStringList& lines, MessageIcon icon) {
+    const QString lineEnd = QStringLiteral("\r\n");
+    QString text = summary;
+    if (!lines.isEmpty()) text += lineEnd + lineEnd + lines.mid(0, kListBoxLines).join(lineEnd);
+    MessageRequest request{text, title, MessageButtons::Ok, icon, MessageAnswer::Ok};
+    if (lines.size() > kListBoxLines) {
+        request.text += lineEnd + strings.string(text::kMoreLines).arg(lines.size() - kListBoxLines);
+        request.details = lines.join(QLatin1Char('\n'));
+    }
+    return request;
 }
 
 void ShowFailure(MessageBoxes& boxes, const model::Result& result) {

@@ -4,9 +4,14 @@
 #include "model/outcome.h"
 
 #include <QString>
+#include <QStringList>
 #include <QVector>
 
 class QWidget;
+
+namespace zq::ui {
+class StringTable;
+}
 
 namespace zq::ui {
 
@@ -29,6 +34,7 @@ struct MessageRequest {
     MessageAnswer defaultButton = MessageAnswer::Ok;
     // Shown under the text, which stays the program's own message: what went wrong and what to do.
     QString detail;
+    QString details; // a long list, behind the box's "Show Details..." button
     bool operator==(const MessageRequest&) const = default;
 };
 
@@ -68,6 +74,11 @@ MessageRequest ErrorBox(const QString& message, const QString& detail = QString(
 MessageRequest FatalErrorBox(const QString& detail); // the run-time error report that ends the program
 MessageRequest ConfirmBox(const QString& title, const QString& warning, const QString& question);
 MessageRequest SaveChangesBox();
+// A summary over a list of lines (differences, reports): the first lines in the box itself,
+// every line in its details when there are more.
+MessageRequest ListBox(const StringTable& strings, const QString& title, const QString& summary,
+                       const QStringList& lines, MessageIcon icon = MessageIcon::Information);
+inline constexpr int kListBoxLines = 10;
 
 // The error box of a command that failed; success and a cancelled dialog show nothing.
 void ShowFailure(MessageBoxes& boxes, const model::Result& result);

@@ -50,7 +50,7 @@ ServicePanel::ServicePanel(TransferController& transfers, QWidget* parent)
 }
 
 void ServicePanel::readBlock() {
-    transfers_.runService([this](link::SerialLink& link) {
+    transfers_.runService(QStringLiteral("service-read"), [this](link::SerialLink& link) {
         readButton_->setEnabled(false);
         output_->clear();
         QString reply;
@@ -66,7 +66,7 @@ void ServicePanel::clearOutput() {
 }
 
 void ServicePanel::dumpBlocks() {
-    transfers_.runService([this](link::SerialLink& link) {
+    transfers_.runService(QStringLiteral("dump"), [this](link::SerialLink& link) {
         dumpButton_->setEnabled(false);
         QString dump;
         const model::Result dumped = link::DumpBlocks(link, dump, [this](const QString& text) {

@@ -47,6 +47,26 @@ constexpr Entry kEnglish[] = {
     {1400, "User Guide(&G)"},
     {1401, "User Guide"},
     {1402, "The user guide cannot be shown."},
+    {1310, "Import CHIRP CSV(&H)..."},
+    {1311, "Export CHIRP CSV(&V)..."},
+    {1312, "Verify Radio(&V)"},
+    {1313, "Open Trace Folder(&T)"},
+    {1314, "Verify Radio"},
+    {1315, "No differences"},
+    {1316, "1 difference between the radio and the window's data:"},
+    {1317, "%1 differences between the radio and the window's data:"},
+    {1318, "Import CHIRP CSV"},
+    {1319, "1 channel imported. Not everything in the file fits the radio:"},
+    {1320, "%1 channels imported. Not everything in the file fits the radio:"},
+    {1321, "Export CHIRP CSV"},
+    {1322, "1 channel exported. The layout has no column for these settings:"},
+    {1323, "%1 channels exported. The layout has no column for these settings:"},
+    {1324, "The serial traces are kept in\r\n%1"},
+    {1325, "No serial trace kept: %1"},
+    {1326, "The serial trace is incomplete: %1"},
+    {1327, "No backup kept: %1"},
+    {1328, "... and %1 more"},
+    {1329, "CHIRP CSV Files (*.csv);;All Files (*.*)"},
 };
 
 constexpr Entry kJapanese[] = {
@@ -106,6 +126,26 @@ constexpr Entry kJapanese[] = {
     {1400, "ユーザー ガイド(&G)"},
     {1401, "ユーザー ガイド"},
     {1402, "ユーザー ガイドを表示できません。"},
+    {1310, "CHIRP CSV インポート(&H)..."},
+    {1311, "CHIRP CSV エクスポート(&V)..."},
+    {1312, "無線機と照合(&V)"},
+    {1313, "トレース フォルダを開く(&T)"},
+    {1314, "無線機と照合"},
+    {1315, "相違はありません"},
+    {1316, "無線機とウィンドウのデータの相違: 1 件"},
+    {1317, "無線機とウィンドウのデータの相違: %1 件"},
+    {1318, "CHIRP CSV インポート"},
+    {1319, "1 チャンネルをインポートしました。ファイルの一部は無線機に収まりません:"},
+    {1320, "%1 チャンネルをインポートしました。ファイルの一部は無線機に収まりません:"},
+    {1321, "CHIRP CSV エクスポート"},
+    {1322, "1 チャンネルをエクスポートしました。次の設定はこの形式に列がありません:"},
+    {1323, "%1 チャンネルをエクスポートしました。次の設定はこの形式に列がありません:"},
+    {1324, "シリアル トレースの保存先:\r\n%1"},
+    {1325, "シリアル トレースを保存できません: %1"},
+    {1326, "シリアル トレースが不完全です: %1"},
+    {1327, "バックアップを保存できません: %1"},
+    {1328, "... ほか %1 件"},
+    {1329, "CHIRP CSV ファイル (*.csv);;すべてのファイル (*.*)"},
 };
 
 template <size_t N> QHash<int, QString> makeTable(const Entry (&entries)[N]) {
@@ -128,6 +168,10 @@ std::optional<QString> StringTable::text(int id) const {
     const auto found = table.constFind(id);
     if (found == table.constEnd()) return std::nullopt;
     return *found;
+}
+
+QString StringTable::string(int id) const {
+    return text(id).value_or(QString());
 }
 
 } // namespace zq::ui

@@ -2,28 +2,109 @@
 
 #include "link/seriallink.h"
 #include "link/transfers.h"
+#include "link/verify.h"
+#include "model/document.h"
+
+#include <optional>
 
 namespace zq::ui {
 
 using model::Outcome;
 using model::Result;
 
+namespace {
+
+// The session's name in a trace's outcome line.
+QString SessionCaption(TransferKind kind) {
+    switch (kind) {
+    case TransferKind::ReadMemory:
+        return QStringLiteral("Read Memory");
+    case TransferKind::WriteMemory:
+        return QStringLiteral("Write Memory");
+    case TransferKind::ReadSettings:
+        return QStringLiteral("Read Settings");
+    case TransferKind::WriteSettings:
+        return QStringLiteral("Write Settings");
+    case TransferKind::AutoSelect:
+        return QStringLiteral("Auto Select");
+    case TransferKind::Service:
+        return QStringLiteral("Service");
+    case TransferKind::Verify:
+        return QStringLiteral("Verify Radio");
+    }
+    return QString();
+}
+
+// The sessions that move the document's data leave a backup, named as zq318 names its own.
+QString BackupOperation(TransferKind kind) {
+    switch (kind) {
+    case TransferKind::ReadMemory:
+        return QStringLiteral("read-memory");
+    case TransferKind::WriteMemory:
+        return QStringLiteral("write-memory");
+    case TransferKind::ReadSettings:
+        return QStringLiteral("read-settings");
+    case TransferKind::WriteSettings:
+        return QStringLiteral("write-settings");
+    default:
+        return QString();
+    }
+}
+
+// The progress bar counts channels; a comparison's blocks are spread over the same bar.
+int OnChannelScale(int step, int total) {
+    const int last = model::kChannelCount - 1;
+    return total > 1 ? step * last / (total - 1) : last;
+}
+
+// The outcome of a comparison that found differences, in the trace (the box lists them).
+QString DifferencesSummary(qsizetype count) {
+    return QStringLiteral("%1 %2 between the radio and the window's data")
+        .arg(count)
+        .arg(count == 1 ? QStringLiteral("difference") : QStringLiteral("differences"));
+}
+
+} // namespace
+
+// One command of the user's: a button's session, or the two sessions of an "All". The outermost
+// one brackets the records. A command started from a box shown during a session is refused
+// session by session and leaves nothing.
+class TransferController::Command {
+public:
+    Command(TransferController& controller, const QString& operation, const QString& caption)
+        : controller_(controller) {
+        if (controller_.commandDepth_++ == 0) controller_.records_.beginCommand(operation, caption);
+    }
+    ~Command() {
+        if (--controller_.commandDepth_ != 0) return;
+        const QString note = controller_.records_.endCommand(controller_.document_);
+        if (!note.isEmpty()) Q_EMIT controller_.noted(note);
+    }
+    Command(const Command&) = delete;
+    Command& operator=(const Command&) = delete;
+
+private:
+    TransferController& controller_;
+};
+
 TransferController::TransferController(model::Document& document, link::SerialLink& link, PortSettings& ports,
-                                       QObject* parent)
-    : QObject(parent), document_(document), link_(link), ports_(ports) {}
+                                       const StringTable& strings, QObject* parent)
+    : QObject(parent), document_(document), link_(link), ports_(ports), records_(strings) {}
 
 void TransferController::choosePort(const PortChoice& choice, const QList<link::SerialPortDetails>& listed) {
     if (link_.isOpen()) link_.close();
     ports_.choose(choice, listed);
 }
 
-bool TransferController::runSession(TransferKind kind, const std::function<void()>& session) {
+bool TransferController::runSession(TransferKind kind, const std::function<Result()>& session) {
     if (busy_) return false;
     busy_ = true;
     Q_EMIT started(kind);
     // Listing the system's ports takes a while: it happens under the hourglass.
     if (!link_.isOpen()) link_.setPortName(ports_.device());
-    session();
+    records_.sessionStarted(link_);
+    const Result result = session();
+    records_.sessionEnded(SessionCaption(kind), result, BackupOperation(kind));
     busy_ = false;
     Q_EMIT ended(kind);
     return true;
@@ -52,12 +133,17 @@ void TransferController::finish(const Result& result) {
 }
 
 void TransferController::readMemory() {
+    const Command command(*this, QStringLiteral("read-memory"), QStringLiteral("Read Memory"));
     runSession(TransferKind::ReadMemory, [this] {
-        finish(link::ReadMemory(link_, document_, [this](int channel) { Q_EMIT progressed(channel); }));
+        const Result result =
+            link::ReadMemory(link_, document_, [this](int channel) { Q_EMIT progressed(channel); });
+        finish(result);
+        return result;
     });
 }
 
 void TransferController::writeMemory() {
+    const Command command(*this, QStringLiteral("write-memory"), QStringLiteral("Write Memory"));
     runSession(TransferKind::WriteMemory, [this] {
         const Result result =
             link::WriteMemory(link_, document_, [this](int channel) { Q_EMIT progressed(channel); });
@@ -67,19 +153,61 @@ void TransferController::writeMemory() {
             reportFailure(result);
         else
             finish(result);
+        return result;
     });
 }
 
 void TransferController::readSettings() {
-    runSession(TransferKind::ReadSettings, [this] { finish(link::ReadSettings(link_, document_)); });
+    const Command command(*this, QStringLiteral("read-settings"), QStringLiteral("Read Settings"));
+    runSession(TransferKind::ReadSettings, [this] {
+        const Result result = link::ReadSettings(link_, document_);
+        finish(result);
+        return result;
+    });
 }
 
 void TransferController::writeSettings() {
-    runSession(TransferKind::WriteSettings, [this] { finish(link::WriteSettings(link_, document_)); });
+    const Command command(*this, QStringLiteral("write-settings"), QStringLiteral("Write Settings"));
+    runSession(TransferKind::WriteSettings, [this] {
+        const Result result = link::WriteSettings(link_, document_);
+        finish(result);
+        return result;
+    });
 }
 
 void TransferController::autoSelect() {
-    runSession(TransferKind::AutoSelect, [this] { finish(link::AutoSelect(link_, document_)); });
+    const Command command(*this, QStringLiteral("auto-select"), QStringLiteral("Auto Select"));
+    runSession(TransferKind::AutoSelect, [this] {
+        const Result result = link::AutoSelect(link_, document_);
+        finish(result);
+        return result;
+    });
+}
+
+void TransferController::verifyRadio() {
+    std::optional<QStringList> differences;
+    {
+        const Command command(*this, QStringLiteral("verify"), QStringLiteral("Verify Radio"));
+        runSession(TransferKind::Verify, [&] {
+            const link::VerifyReport report =
+                link::VerifyRadio(link_, document_, link::VerifyScope::All, [this](int step, int total) {
+                    Q_EMIT progressed(OnChannelScale(step, total));
+                });
+            // A comparison cut short by a failure would list only part of what differs.
+            if (!report.result.ok()) {
+                finish(report.result);
+                return report.result;
+            }
+            differences.emplace();
+            for (const link::Difference& difference : report.differences)
+                differences->append(link::DifferenceText(difference));
+            Q_EMIT closed();
+            if (differences->isEmpty()) return Result::done();
+            return Result::fail(Outcome::CommunicationError, DifferencesSummary(differences->size()));
+        });
+    }
+    // Read at leisure: the link is given back, the hourglass gone and the trace complete.
+    if (differences) Q_EMIT verified(*differences);
 }
 
 void TransferController::fromMenu(TransferPage page, void (TransferController::*transfer)()) {
@@ -96,6 +224,7 @@ void TransferController::readMemoryFromMenu() {
 }
 
 void TransferController::readAll() {
+    const Command command(*this, QStringLiteral("read"), QStringLiteral("Read All"));
     readSettingsFromMenu();
     readMemoryFromMenu();
 }
@@ -109,14 +238,18 @@ void TransferController::writeMemoryFromMenu() {
 }
 
 void TransferController::writeAll() {
+    const Command command(*this, QStringLiteral("write"), QStringLiteral("Write All"));
     writeSettingsFromMenu();
     writeMemoryFromMenu();
 }
 
-bool TransferController::runService(const std::function<Result(link::SerialLink&)>& read) {
+bool TransferController::runService(const QString& operation,
+                                    const std::function<Result(link::SerialLink&)>& read) {
+    const Command command(*this, operation, QStringLiteral("service panel, ") + operation);
     return runSession(TransferKind::Service, [&] {
-        if (const Result result = read(link_); !result.ok())
-            Q_EMIT failed(Result::fail(Outcome::ComPortError).message(), failureDetail(result));
+        const Result result = read(link_);
+        if (!result.ok()) Q_EMIT failed(Result::fail(Outcome::ComPortError).message(), failureDetail(result));
+        return result;
     });
 }
 

@@ -1,12 +1,15 @@
 #pragma once
-// Runs the clone sessions the window asks for: the transfer buttons and menus, Auto Select and the
-// service panel's reads, one session at a time. What happens is reported through signals, which
-// the window observes to enable its buttons, show the progress and the failures; the controller
-// knows no widget.
+// Runs the clone sessions the window asks for: the transfer buttons and menus, Auto Select, the
+// read-back comparison and the service panel's reads, one session at a time. What happens is
+// reported through signals, which the window observes to enable its buttons, show the progress and
+// the failures; the controller knows no widget. Each command leaves a serial trace, and each data
+// transfer that succeeded a backup (see TransferRecords).
 #include "model/outcome.h"
 #include "portsettings.h"
+#include "transferrecords.h"
 
 #include <QObject>
+#include <QStringList>
 #include <functional>
 
 namespace zq::model {
@@ -18,15 +21,17 @@ class SerialLink;
 
 namespace zq::ui {
 
-enum class TransferKind { ReadMemory, WriteMemory, ReadSettings, WriteSettings, AutoSelect, Service };
+enum class TransferKind { ReadMemory, WriteMemory, ReadSettings, WriteSettings, AutoSelect, Service, Verify };
+
 // The page a menu brings to the front before its transfer.
 enum class TransferPage { Settings, Memory };
 
 class TransferController : public QObject {
     Q_OBJECT
 public:
+    // `strings` words the notes of what a command could not keep.
     TransferController(model::Document& document, link::SerialLink& link, PortSettings& ports,
-                       QObject* parent = nullptr);
+                       const StringTable& strings = StringTable(), QObject* parent = nullptr);
 
     // True while a session runs (the window must not close then).
     bool busy() const { return busy_; }
@@ -35,8 +40,8 @@ public:
     // session opens the chosen one.
     void choosePort(const PortChoice& choice, const QList<link::SerialPortDetails>& listed);
     // Runs a service read with the link to itself; any failure is the port's ("COM Port Error").
-    // False, and nothing run, while another session runs.
-    bool runService(const std::function<model::Result(link::SerialLink&)>& read);
+    // False, and nothing run, while another session runs. `operation` names its trace.
+    bool runService(const QString& operation, const std::function<model::Result(link::SerialLink&)>& read);
 
 public Q_SLOTS:
     void readMemory();    // "Read Memory"
@@ -52,6 +57,9 @@ public Q_SLOTS:
     void writeSettingsFromMenu();
     void writeMemoryFromMenu();
     void writeAll();
+    // Reads back every block a write of the document would send and compares; the document is
+    // neither changed nor marked.
+    void verifyRadio();
 
 Q_SIGNALS:
     // A session took the link: its buttons go disabled, a memory transfer shows its progress.
@@ -65,12 +73,19 @@ Q_SIGNALS:
     void closed();
     // The session gave the link back.
     void ended(zq::ui::TransferKind kind);
+    // A comparison ran to its end: what differs, one line each ("0340 channel 10, Frequency: ...");
+    // empty when the radio holds what a write would send.
+    void verified(const QStringList& differences);
+    // What a command could not keep (its trace, its backup), once, when the command is over.
+    void noted(const QString& note);
 
 private:
+    class Command;
     // A menu's transfer: its page to the front first.
     void fromMenu(TransferPage page, void (TransferController::*transfer)());
-    // Runs one session unless one runs already (the menus stay enabled during a transfer).
-    bool runSession(TransferKind kind, const std::function<void()>& session);
+    // Runs one session unless one runs already (the menus stay enabled during a transfer). The
+    // session returns its outcome for the records.
+    bool runSession(TransferKind kind, const std::function<model::Result()>& session);
     // The failure's message, if it has one; then the closing.
     void finish(const model::Result& result);
     void reportFailure(const model::Result& result);
@@ -80,6 +95,8 @@ private:
     link::SerialLink& link_;
     PortSettings& ports_;
     bool busy_ = false;
+    TransferRecords records_;
+    int commandDepth_ = 0; // a box shown during a session runs the event loop: commands can nest
 };
 
 } // namespace zq::ui

@@ -1,4 +1,5 @@
 // File menu commands through the replaced dialogs and boxes, and the exit sequence.
+#include "files/chirpcsv.h"
 #include "model/tables.h"
 #include "windowfixture.h"
 
@@ -10,6 +11,7 @@ namespace {
 
 const QString kCloneFilter = QStringLiteral("Korvex ZQ-318 Clone Files (*.318);;All Files (*.*)");
 const QString kCsvFilter = QStringLiteral("CSV Files (*.csv);;All Files (*.*)");
+const QString kChirpFilter = QStringLiteral("CHIRP CSV Files (*.csv);;All Files (*.*)");
 const FileRequest kSaveClone{FileRequest::Kind::Save, kCloneFilter};
 
 class FileCommands : public test::WindowFixture {
@@ -156,6 +158,77 @@ TEST_F(FileCommands, ImportCancelledOrUnreadableEndsTheProgram) {
     EXPECT_TRUE(window->close()); // no prompt, no port file after the run-time error
     EXPECT_EQ(boxes.shown.size(), 1);
     EXPECT_FALSE(QFile::exists(portFile()));
+}
+
+// Channels 0-3, 6 and 8 of the example fit; the seven reports on the other rows and on fields that
+// were corrected come in one box.
+TEST_F(FileCommands, ChirpImportStoresWhatFitsListsTheRestAndIsAnEdit) {
+    dialogs.answers = {QStringLiteral(ZQ_EXAMPLES_DIR "/chirp-channels.csv")};
+    trigger("mnuImportChirp");
+    EXPECT_EQ(dialogs.asked, QList<FileRequest>({{FileRequest::Kind::Open, kChirpFilter}}));
+    ASSERT_EQ(boxes.shown.size(), 1);
+    const MessageRequest& box = boxes.shown[0];
+    EXPECT_EQ(box.icon, MessageIcon::Information);
+    EXPECT_TRUE(box.text.startsWith(QStringLiteral("6 channels imported.")));
+    EXPECT_TRUE(box.text.contains(
+        QStringLiteral("row 8 (Location 4): Duplex \"off\": the radio cannot keep its transmitter off")));
+    EXPECT_EQ(box.text.count(QStringLiteral("\nrow ")), 7);
+    EXPECT_EQ(memoryCell(2, 14), QStringLiteral("W1AW"));
+    EXPECT_TRUE(doc().DataChanged());
+    EXPECT_EQ(window->windowTitle(), model::AppTitle());
+}
+
+// The demonstration file's channels leave through the export and come back through the import into
+// a new document: exported again they give the same text, and the grid shows them.
+TEST_F(FileCommands, ChirpExportThenImportIntoANewDocumentGivesTheSameChannels) {
+    const QString csv = path("round.csv");
+    dialogs.answers = {QStringLiteral(ZQ_EXAMPLES_DIR "/demo.318"), csv};
+    trigger("mnuFileOpen");
+    trigger("mnuExportChirp");
+    EXPECT_EQ(dialogs.asked.last(), FileRequest({FileRequest::Kind::Save, kChirpFilter}));
+    const QByteArray exported = test::ReadFile(csv);
+    ASSERT_FALSE(exported.isEmpty());
+    EXPECT_TRUE(doc().CurrentFilePath().endsWith(QStringLiteral("demo.318"))); // still the clone file's
+    const QString firstName = doc().memory().text(1, model::ColName);
+    trigger("mnuFileNew");
+    ASSERT_NE(files::ChirpExportText(doc()), exported);
+
+    boxes.shown.clear();
+    dialogs.answers = {csv};
+    trigger("mnuImportChirp");
+    EXPECT_EQ(files::ChirpExportText(doc()), exported);
+    EXPECT_EQ(memoryCell(2, 14), firstName);
+    EXPECT_TRUE(doc().DataChanged());
+    EXPECT_EQ(fatalSpy.count(), 0);
+}
+
+struct ChirpFailure {
+    const char* command;
+    const char* answer; // a file in the test's folder; "" cancels
+    const char* box;    // "" for none
+};
+
+TEST_F(FileCommands, ChirpFailuresShowTheirBoxAndCancelDoesNothing) {
+    test::WriteFile(path("clone.csv"), test::ReadFile(QStringLiteral(ZQ_EXAMPLES_DIR "/demo.318")));
+    const ChirpFailure failures[] = {
+        {"mnuImportChirp", "", ""},
+        {"mnuImportChirp", "missing.csv", "File Open Error"},
+        {"mnuImportChirp", "clone.csv", "Data Error"},
+        {"mnuExportChirp", "", ""},
+        {"mnuExportChirp", "no-such-folder/x.csv", "File Open Error"},
+    };
+    for (const ChirpFailure& c : failures) {
+        SCOPED_TRACE(std::string(c.command) + " " + c.answer);
+        boxes.shown.clear();
+        dialogs.answers = {*c.answer ? path(c.answer) : QString()};
+        trigger(c.command);
+        if (*c.box)
+            EXPECT_EQ(boxes.shown, QVector<MessageRequest>{ErrorBox(QLatin1String(c.box))});
+        else
+            EXPECT_TRUE(boxes.shown.isEmpty());
+        EXPECT_FALSE(doc().DataChanged());
+        EXPECT_EQ(fatalSpy.count(), 0);
+    }
 }
 
 } // namespace
