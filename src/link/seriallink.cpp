@@ -4,6 +4,7 @@
 #include <QEventLoop>
 #include <QSerialPort>
 #include <QTimer>
+#include <algorithm>
 
 namespace zq::link {
 
@@ -218,6 +219,8 @@ QString SerialLink::Collect(const QString& command, int timeoutMs,
 void SerialLink::Wait(int ms) {
     if (ms <= 0) return;
     notify(LinkEvent::Kind::Paused, QString(), ms);
+    ms = std::min(ms, pauseLimitMs_);
+    if (ms <= 0) return;
     QEventLoop loop;
     RunUntil(loop, QDeadlineTimer(ms, Qt::PreciseTimer));
 }
