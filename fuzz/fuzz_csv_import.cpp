@@ -1,6 +1,6 @@
-// CSV text of any shape imported onto the start-up data. Records it cannot place are skipped; the
-// template row never changes; a text cut short keeps what came before it; a complete import leaves
-// the repeater row's texts empty. What an import stored exports and imports again unchanged (names
+// CSV text of any shape imported onto the start-up data. Only channels and special rows change, never
+// the template row; a text cut short mid-record is reported as such; a complete import leaves the
+// repeater row's texts empty. What an import stored exports and imports again unchanged (names
 // only up to a quotation mark, numbers to the four decimals the export writes).
 #include "files/csvexchange.h"
 #include "fuzzcheck.h"
