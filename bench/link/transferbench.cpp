@@ -4,12 +4,10 @@
 #include "link/seriallink.h"
 #include "link/transfers.h"
 #include "model/document.h"
+#include "radioprocess.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
-#include <QEventLoop>
-#include <QProcess>
-#include <QTimer>
 #include <cstdio>
 #include <functional>
 #include <sys/resource.h>
@@ -49,23 +47,9 @@ double CpuSeconds() {
            double(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e6;
 }
 
-QString StartRadio(QProcess& radio, int baud) {
-    QStringList arguments;
-    if (baud > 0) arguments << QStringLiteral("--line-rate") << QString::number(baud);
-    radio.start(QStringLiteral(ZQ318_RADIO_PATH), arguments);
-    QEventLoop loop;
-    QObject::connect(&radio, &QProcess::readyReadStandardOutput, &loop, [&] {
-        if (radio.canReadLine()) loop.quit();
-    });
-    QObject::connect(&radio, &QProcess::finished, &loop, &QEventLoop::quit);
-    QTimer::singleShot(5000, &loop, &QEventLoop::quit);
-    loop.exec();
-    return QString::fromLocal8Bit(radio.readLine()).trimmed();
-}
-
 bool Bench(int baud, bool& goalsMet) {
     QProcess radio;
-    const QString device = StartRadio(radio, baud);
+    const QString device = StartRadio(radio, QStringLiteral(ZQ318_RADIO_PATH), baud);
     if (device.isEmpty()) {
         std::fprintf(stderr, "transferbench: the virtual radio did not start\n");
         return false;
@@ -81,14 +65,17 @@ bool Bench(int baud, bool& goalsMet) {
         constexpr int kRounds = 200;
         QElapsedTimer clock;
         clock.start();
-        for (int i = 0; i < kRounds; ++i) link.Wait(10);
+        for (int i = 0; i < kRounds; ++i)
+            link.Wait(10);
         const double waitOvershootUs = (double(clock.nsecsElapsed()) / kRounds - 10e6) / 1e3;
         clock.restart();
-        for (int i = 0; i < kRounds; ++i) link.SendCommand(QStringLiteral("KV~F0200R"));
-        const double exchangeUs = double(clock.nsecsElapsed()) / kRounds / 1e3 -
-                                  (baud > 0 ? 44 * 10.0 * 1e6 / baud : 0.0);
-        std::printf("(%s: a 10 ms pause overshoots by %.0f us; an exchange takes %.0f us beyond its characters)\n",
-                    baud > 0 ? qPrintable(QString::number(baud)) : "instant", waitOvershootUs, exchangeUs);
+        for (int i = 0; i < kRounds; ++i)
+            link.SendCommand(QStringLiteral("KV~F0200R"));
+        const double exchangeUs =
+            double(clock.nsecsElapsed()) / kRounds / 1e3 - (baud > 0 ? 44 * 10.0 * 1e6 / baud : 0.0);
+        std::printf(
+            "(%s: a 10 ms pause overshoots by %.0f us; an exchange takes %.0f us beyond its characters)\n",
+            baud > 0 ? qPrintable(QString::number(baud)) : "instant", waitOvershootUs, exchangeUs);
     }
     const double ratioGoal = baud > 0 ? 1.01 : 1.02;
     for (const Transfer& transfer : kTransfers) {
@@ -106,8 +93,8 @@ bool Bench(int baud, bool& goalsMet) {
         const bool met = result.ok() && ratio <= ratioGoal && cpuShare <= 2.0;
         goalsMet = goalsMet && met;
         std::printf("%-15s %-9s %9.1f %9.1f %7.4f %7.2f%%  %s\n", transfer.name,
-                    baud > 0 ? qPrintable(QString::number(baud)) : "instant", wallMs, floorMs, ratio, cpuShare,
-                    result.ok() ? (met ? "ok" : "MISSED") : qPrintable(result.message()));
+                    baud > 0 ? qPrintable(QString::number(baud)) : "instant", wallMs, floorMs, ratio,
+                    cpuShare, result.ok() ? (met ? "ok" : "MISSED") : qPrintable(result.message()));
         std::fflush(stdout);
     }
     link.close();

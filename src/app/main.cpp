@@ -4,9 +4,12 @@
 #include "ui/filedialogs.h"
 #include "ui/messageboxes.h"
 #include "ui/program.h"
+#include "ui/screenshots.h"
+#include "ui/stringtable.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QIcon>
 #include <QLoggingCategory>
 #include <QTimer>
 
@@ -47,6 +50,9 @@ int main(int argc, char* argv[]) {
     zq::files::SetProgramIdentity();
     QApplication::setApplicationDisplayName(zq::model::AppTitle());
     QApplication::setApplicationVersion(QStringLiteral(ZQ_VERSION));
+    // The installed menu entry and icon, so that the desktop shows the window under them.
+    QApplication::setDesktopFileName(QStringLiteral("com.korvex.zq318utility"));
+    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("zq318-utility")));
 
     const zq::ui::ProgramOptions options =
         zq::ui::ParseProgramArguments(QApplication::arguments(), rawWindowsTail());
@@ -58,7 +64,7 @@ int main(int argc, char* argv[]) {
     zq::ui::Program program(boxes, dialogs, strings);
     boxes.setParent(&program.window());
     dialogs.setParent(&program.window());
-    QObject::connect(&program.window(), &zq::ui::MainWindow::fatalError, &app,
+    QObject::connect(&program, &zq::ui::Program::fatalError, &app,
                      [](int status) { QCoreApplication::exit(status); });
 
     const zq::model::Result started = program.start(options, zq::ui::LoadOptions{});
@@ -68,7 +74,7 @@ int main(int argc, char* argv[]) {
     if (!options.screenshotDir.isEmpty()) {
         QTimer::singleShot(300, &app, [&program, &options] {
             zq::ui::SaveScreenshots(program.window(), options.screenshotDir);
-            program.window().document().setDataChanged(false);
+            program.document().setDataChanged(false);
             program.window().close();
         });
     }

@@ -28,5 +28,8 @@ int detectCommand(const QStringList& arguments, CliContext& context);
 int readCommand(const QStringList& arguments, CliContext& context);
 int writeCommand(const QStringList& arguments, CliContext& context);
 int dumpCommand(const QStringList& arguments, CliContext& context);
+int verifyCommand(const QStringList& arguments, CliContext& context);
+int backupsCommand(const QStringList& arguments, CliContext& context);
+int portsCommand(const QStringList& arguments, CliContext& context);
 
 } // namespace zq::cli

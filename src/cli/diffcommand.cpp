@@ -8,10 +8,6 @@ namespace zq::cli {
 
 namespace {
 
-const char* const kColumnNames[model::kMemoryColumns] = {
-    "Frequency", "Step",   "Tone", "TxTone", "RxTone", "DCS",  "Shift", "ShiftFreq.",
-    "PWR",       "------", "BSV",  "Clock",  "BCLO",   "Name", "Skip"};
-
 QString shown(const QString& text) {
     return QLatin1Char('"') + text + QLatin1Char('"');
 }
@@ -62,17 +58,15 @@ int diffCommand(const QStringList& arguments, CliContext& context) {
     }
     for (int row = model::kVfoRow; row <= model::kRptRow; ++row) {
         for (int column = 0; column <= model::ColBclo; ++column) {
-            differ(QStringLiteral("%1 %2").arg(files::SpecialRowHeading(row),
-                                               QLatin1String(kColumnNames[column])),
+            differ(QStringLiteral("%1 %2").arg(files::SpecialRowHeading(row), model::ColumnHeading(column)),
                    a.document.special().text(row, column), b.document.special().text(row, column));
             // the RPT row keeps values it does not show
             if (a.document.special().number(row, column) != b.document.special().number(row, column) &&
                 a.document.special().text(row, column) == b.document.special().text(row, column))
-                differences.append(
-                    QStringLiteral("%1 %2 value: %3 | %4")
-                        .arg(files::SpecialRowHeading(row), QLatin1String(kColumnNames[column]))
-                        .arg(a.document.special().number(row, column))
-                        .arg(b.document.special().number(row, column)));
+                differences.append(QStringLiteral("%1 %2 value: %3 | %4")
+                                       .arg(files::SpecialRowHeading(row), model::ColumnHeading(column))
+                                       .arg(a.document.special().number(row, column))
+                                       .arg(b.document.special().number(row, column)));
         }
     }
     for (int dial = 0; dial < model::kDialCount; ++dial)
@@ -90,7 +84,7 @@ int diffCommand(const QStringList& arguments, CliContext& context) {
         }
         if (!inA) continue;
         for (int column = 0; column <= model::ColName; ++column)
-            differ(QStringLiteral("%1 %2").arg(label, QLatin1String(kColumnNames[column])),
+            differ(QStringLiteral("%1 %2").arg(label, model::ColumnHeading(column)),
                    a.document.memory().text(channel, column), b.document.memory().text(channel, column));
         differ(QStringLiteral("%1 Skip").arg(label), skipText(a.document.memory(), channel),
                skipText(b.document.memory(), channel));

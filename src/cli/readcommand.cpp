@@ -1,5 +1,6 @@
 #include "commands.h"
 #include "files/clonefile.h"
+#include "files/recovery.h"
 #include "linksession.h"
 
 namespace zq::cli {
@@ -14,6 +15,11 @@ int readCommand(const QStringList& arguments, CliContext& context) {
     if (!parser.isSet(output)) return UsageError(QStringLiteral("-o FILE.318 is required"), *context.command);
     if (parser.isSet(settingsOnly) && parser.isSet(memoryOnly))
         return UsageError(QStringLiteral("--settings and --memory exclude each other"), *context.command);
+    const QString path = parser.value(output);
+    if (const auto refused = RefuseOutputOntoInput(path, {parser.value(base)}, *context.command))
+        return *refused;
+    // A file that cannot be written is found now, not after the whole transfer.
+    if (const model::Result writable = CheckOutputPath(path); !writable.ok()) return Report(writable);
 
     model::Document document;
     if (const model::Result started = StartFromBase(document, parser, base); !started.ok())
@@ -25,14 +31,28 @@ int readCommand(const QStringList& arguments, CliContext& context) {
     if (const model::Result detected = link::AutoSelect(serial, document); !detected.ok())
         return Report(detected);
     if (!parser.isSet(memoryOnly)) {
-        if (const model::Result read = link::ReadSettings(serial, document); !read.ok()) return Report(read);
+        ProgressBar progress(context, QStringLiteral("Read Settings"));
+        if (const model::Result read = link::ReadSettings(serial, document, progress.steps()); !read.ok())
+            return Report(read);
     }
     if (!parser.isSet(settingsOnly)) {
         ProgressBar progress(context, QStringLiteral("Read Memory"));
         if (const model::Result read = link::ReadMemory(serial, document, progress.callback()); !read.ok())
             return Report(read);
     }
-    return Report(WriteOutput(parser.value(output), files::SerializeCloneFile(document)));
+    KeepBackup(document, parser.isSet(settingsOnly) ? QStringLiteral("read-settings")
+                         : parser.isSet(memoryOnly) ? QStringLiteral("read-memory")
+                                                    : QStringLiteral("read"));
+    const model::Result saved = WriteOutput(path, files::SerializeCloneFile(document));
+    if (saved.ok()) return ExitOk;
+    // What was read is not lost with the file that could not be written.
+    const int status = Report(saved);
+    const files::RecoveryFile recovery = files::SaveRecoveryFile(document, QStringLiteral("read"));
+    if (recovery.result.ok())
+        PrintErr(QStringLiteral("The data read are saved in %1").arg(recovery.path));
+    else
+        PrintErr(QStringLiteral("The data read could not be saved anywhere: %1").arg(recovery.result.detail));
+    return status;
 }
 
 } // namespace zq::cli

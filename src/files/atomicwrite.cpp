@@ -1,10 +1,14 @@
 #include "atomicwrite.h"
 
+#include "inputfile.h"
+
 #include <QSaveFile>
 
 namespace zq::files {
 
 QString WriteFileAtomically(const QString& path, const QByteArray& bytes) {
+    // The new file would be renamed over a device or FIFO of that name (with the rights to do so).
+    if (const QString fault = OutputTargetFault(path); !fault.isEmpty()) return fault;
     QSaveFile file(path);
     // Unbuffered, so that a short write (a full disk, a size limit) shows in write()'s count rather
     // than being lost in a buffer flush that commit() does not check.

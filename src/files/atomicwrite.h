@@ -6,7 +6,7 @@
 
 namespace zq::files {
 
-// Empty on success, else the reason.
+// Empty on success, else the reason. A folder, device or FIFO at `path` is refused, never replaced.
 QString WriteFileAtomically(const QString& path, const QByteArray& bytes);
 
 } // namespace zq::files

@@ -2,6 +2,7 @@
 
 #include "atomicwrite.h"
 #include "fieldreader.h"
+#include "inputfile.h"
 #include "model/channelcodec.h"
 #include "model/dialcodec.h"
 #include "model/settingscodec.h"
@@ -48,9 +49,13 @@ CloneReadResult readClone(QIODevice& device) {
         }
         if (field.size() != kCloneLineLength) {
             const int line = reader.fieldLine();
-            const QString what = field.size() > kCloneLineLength
-                                     ? QStringLiteral("is longer than 32 characters")
-                                     : QStringLiteral("has %1 characters, not 32").arg(field.size());
+            QString what = field.size() > kCloneLineLength
+                               ? QStringLiteral("is longer than 32 characters")
+                               : QStringLiteral("has %1 characters, not 32").arg(field.size());
+            // Only CR ends a line here, so a line ended by LF alone runs on into the next one: say
+            // so, or the length alone would puzzle whoever saved the file with LF line ends.
+            if (field.contains('\n'))
+                what += QStringLiteral(": it ends in LF alone, and clone files need CR LF line ends");
             out.result =
                 Result::fail(Outcome::DataError, QStringLiteral("%1 %2").arg(lineLabel(line), what), line);
             return out;
@@ -136,11 +141,13 @@ CloneReadResult ParseCloneFile(const QByteArray& contents) {
 }
 
 CloneReadResult ReadCloneFile(const QString& path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
+    QFile file;
+    if (const InputFile input = OpenInputFile(file, path, kCloneFileSizeLimit); !input.ok()) {
         CloneReadResult out;
-        out.result =
-            Result::fail(Outcome::FileOpenError, QStringLiteral("%1: %2").arg(path, file.errorString()));
+        // A file that big cannot be a clone file: its contents are at fault, not the reading.
+        out.result = Result::fail(input.fault == InputFile::Fault::TooLarge ? Outcome::DataError
+                                                                            : Outcome::FileOpenError,
+                                  input.why);
         return out;
     }
     return readClone(file);

@@ -17,6 +17,8 @@ inline constexpr int kSpecialLine = 3;
 inline constexpr int kDialLine = 9;
 inline constexpr int kChannelLine = 18;
 inline constexpr int kEndLine = kCloneFileLines - 1;
+// A clone file is 419 lines of 34 bytes; a file many times that size is refused unread.
+inline constexpr qint64 kCloneFileSizeLimit = 1024 * 1024;
 
 // A clone file that passed validation: its 419 lines and the header that matched.
 struct CloneImage {
@@ -33,7 +35,8 @@ struct CloneReadResult {
 };
 
 // Reads and validates without touching any document. Reading past the end of the file, or any
-// I/O failure, is FileOpenError; a wrong line length, header or end line is DataError.
+// I/O failure (a missing or unreadable file, a folder, a device or FIFO), is FileOpenError; a wrong
+// line length, header or end line, or a file over kCloneFileSizeLimit, is DataError.
 CloneReadResult ParseCloneFile(const QByteArray& contents);
 CloneReadResult ReadCloneFile(const QString& path);
 

@@ -2,6 +2,7 @@
 
 #include "atomicwrite.h"
 #include "fieldreader.h"
+#include "inputfile.h"
 #include "model/channeloptions.h"
 #include "model/numeric.h"
 #include "model/tables.h"
@@ -11,6 +12,7 @@
 #include <QFileInfo>
 #include <cmath>
 #include <optional>
+#include <utility>
 
 namespace zq::files {
 
@@ -106,30 +108,41 @@ std::optional<Row> convertRecord(const QStringList& f) {
 
 class CsvImporter {
 public:
-    CsvImporter(model::Document& document, QIODevice& device)
+    CsvImporter(model::Document& document, QIODevice& device, CsvImportReport& report)
         : document_(document), reader_(device, true), memory_(document.memory()),
-          special_(document.special()) {}
+          special_(document.special()), report_(report) {}
 
     Result run() {
+        report_.read = true;
         while (!reader_.atEnd()) {
             QString word;
             if (!next(word)) return failure_;
             if (word != QLatin1String(kModelWord)) continue;
+            const int recordLine = reader_.fieldLine() + 1;
             QString bank;
             if (!next(bank)) return failure_;
             const bool special = bank == QLatin1String(kSpecialBank);
             if (!special && bank != QLatin1String(kMemoryBank)) continue;
             QString channel;
             if (!next(channel)) return failure_;
-            if (channel.isEmpty()) continue;
+            if (channel.isEmpty()) {
+                drop(recordLine, QStringLiteral("no CHANNEL"));
+                continue;
+            }
             int row = -1;
             if (special) {
                 for (int r = model::kVfoRow; r <= model::kRptRow && row < 0; ++r)
                     if (channel == SpecialRowHeading(r)) row = r;
-                if (row < 0) continue;
+                if (row < 0) {
+                    drop(recordLine, QStringLiteral("CHANNEL \"%1\" is not VFO, CALL or RPT").arg(channel));
+                    continue;
+                }
             } else {
                 const double value = model::NumericValue(channel);
-                if (value < 0 || value > model::kChannelCount - 1) continue;
+                if (value < 0 || value > model::kChannelCount - 1) {
+                    drop(recordLine, QStringLiteral("CHANNEL \"%1\" is not 0..199").arg(channel));
+                    continue;
+                }
                 row = roundHalfEven(value);
             }
             QStringList values;
@@ -139,7 +152,11 @@ public:
                 values.append(value);
             }
             const std::optional<Row> cells = convertRecord(values);
-            if (!cells) continue;
+            if (!cells) {
+                drop(recordLine, QStringLiteral("TXTONE, RXTONE or DCS is no value of the tables"));
+                continue;
+            }
+            ++report_.recordsStored;
             // The grids are redrawn once at the end (or when a record is cut short).
             if (special) {
                 for (int column = 0; column <= model::ColBclo; ++column)
@@ -154,6 +171,7 @@ public:
                 memory_.setChannelInUse(row, true);
             }
         }
+        endLine();
         // The repeater row shows only what the settings write; its imported texts go.
         for (int column = 0; column <= model::ColBclo; ++column)
             special_.setText(model::kRptRow, column, QString());
@@ -171,8 +189,10 @@ private:
         const FieldReader::Status status = reader_.read(field, kFieldLimit, FieldReader::Overflow::Discard);
         if (status == FieldReader::Status::Ok) {
             value = QString::fromLatin1(field);
+            countField(value);
             return true;
         }
+        endLine();
         const QString why = status == FieldReader::Status::PastEnd ? QStringLiteral("Input past end of file")
                                                                    : QStringLiteral("read error");
         failure_ = Result::fail(Outcome::Fatal,
@@ -191,11 +211,39 @@ private:
             model::Document::Mark::Quiet);
     }
 
+    void drop(int line, const QString& why) {
+        ++report_.recordsDropped;
+        if (report_.dropped.size() < kCsvReportedLines) report_.dropped.append({line, why});
+    }
+
+    // Fields are counted per line, for the report of lines that do not hold a whole record.
+    void countField(const QString& value) {
+        if (reader_.fieldLine() != line_) {
+            endLine();
+            line_ = reader_.fieldLine();
+            lineStart_ = value;
+            lineFields_ = 0;
+        }
+        ++lineFields_;
+    }
+    void endLine() {
+        const int fields = std::exchange(lineFields_, 0);
+        if (fields == 0 || fields == kCsvFields) return;
+        if (lineStart_ != QLatin1String(kModelWord) && lineStart_ != QLatin1String(kHeadings[0])) return;
+        ++report_.wrongFieldCountLines;
+        if (report_.wrongFieldCounts.size() < kCsvReportedLines)
+            report_.wrongFieldCounts.append({line_ + 1, fields});
+    }
+
     model::Document& document_;
     FieldReader reader_;
     model::MemoryTable memory_;
     model::SpecialTable special_;
+    CsvImportReport& report_;
     Result failure_;
+    int line_ = -1; // 0-based line of the fields counted
+    QString lineStart_;
+    int lineFields_ = 0;
 };
 
 } // namespace
@@ -250,22 +298,25 @@ Result ExportCsv(model::Document& document, const QString& path) {
     return Result::done();
 }
 
-Result ImportCsvData(model::Document& document, const QByteArray& contents) {
+Result ImportCsvData(model::Document& document, const QByteArray& contents, CsvImportReport* report) {
     QBuffer buffer;
     buffer.setData(contents);
     buffer.open(QIODevice::ReadOnly);
-    return CsvImporter(document, buffer).run();
+    CsvImportReport unused;
+    return CsvImporter(document, buffer, report ? *report : unused).run();
 }
 
 void ImportCsvText(model::Document& document, const QByteArray& contents) {
     ImportCsvData(document, contents);
 }
 
-Result ImportCsv(model::Document& document, const QString& path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return Result::fail(Outcome::Fatal, QStringLiteral("%1: %2").arg(path, file.errorString()));
-    return CsvImporter(document, file).run();
+Result ImportCsv(model::Document& document, const QString& path, CsvImportReport* report) {
+    QFile file;
+    if (const InputFile input = OpenInputFile(file, path, kCsvFileSizeLimit); !input.ok())
+        return Result::fail(input.fault == InputFile::Fault::TooLarge ? Outcome::DataError : Outcome::Fatal,
+                            input.why);
+    CsvImportReport unused;
+    return CsvImporter(document, file, report ? *report : unused).run();
 }
 
 } // namespace zq::files

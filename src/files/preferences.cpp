@@ -1,6 +1,7 @@
 #include "preferences.h"
 
 #include "atomicwrite.h"
+#include "inputfile.h"
 #include "model/numeric.h"
 #include "model/tables.h"
 
@@ -37,22 +38,28 @@ QString PortFileName() {
     return QStringLiteral("ZQ-318.ini");
 }
 
-QString PortFilePath() {
-    const QString programDir = QCoreApplication::applicationDirPath();
+QString PortFileFolder(const QString& programDir, const QString& installedBinDir,
+                       const QString& userConfigDir) {
     const QFileInfo dirInfo(programDir);
-    if (!programDir.isEmpty() && dirInfo.isDir() && dirInfo.isWritable())
-        return QDir(programDir).filePath(PortFileName());
-    QString configDir = QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation);
-    if (configDir.isEmpty()) configDir = QDir::homePath();
-    return QDir(configDir).filePath(PortFileName());
+    const QString installed = QFileInfo(installedBinDir).canonicalFilePath();
+    const bool isInstalled = !installed.isEmpty() && dirInfo.canonicalFilePath() == installed;
+    if (!programDir.isEmpty() && dirInfo.isDir() && dirInfo.isWritable() && !isInstalled) return programDir;
+    return userConfigDir.isEmpty() ? QDir::homePath() : userConfigDir;
+}
+
+QString PortFilePath() {
+    const QString folder =
+        PortFileFolder(QCoreApplication::applicationDirPath(), QStringLiteral(ZQ_INSTALL_BINDIR),
+                       QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation));
+    return QDir(folder).filePath(PortFileName());
 }
 
 PortSetting LoadPortSetting(const QString& path) {
     PortSetting out;
     if (storedName(path) != PortFileName()) return out;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        out.result = Result::fail(Outcome::Fatal, QStringLiteral("%1: %2").arg(path, file.errorString()));
+    QFile file;
+    if (const InputFile input = OpenInputFile(file, path, -1); !input.ok()) {
+        out.result = Result::fail(Outcome::Fatal, input.why);
         return out;
     }
     // Only the first line is read; a port number never needs more than a few characters.
@@ -70,6 +77,8 @@ PortSetting LoadPortSetting(const QString& path) {
 
 Result SavePortSetting(int port, const QString& path) {
     const QByteArray bytes = QByteArray::number(port) + "\r\n";
+    // A new user's configuration folder does not exist until something is kept there.
+    QDir().mkpath(QFileInfo(path).absolutePath());
     if (const QString why = WriteFileAtomically(path, bytes); !why.isEmpty()) {
         return Result::fail(Outcome::Fatal, QStringLiteral("%1: %2").arg(path, why));
     }
@@ -85,6 +94,32 @@ void SaveWindowGeometry(const QRect& geometry) {
     store.setValue(QStringLiteral("MainWidth"), twips(geometry.width()));
     store.setValue(QStringLiteral("MainHeight"), twips(geometry.height()));
     store.endGroup();
+}
+
+namespace {
+const QString kAdapterGroup = QStringLiteral("Port");
+const QString kAdapterPort = QStringLiteral("Number");
+const QString kAdapterIdentity = QStringLiteral("Adapter");
+} // namespace
+
+RememberedAdapter LoadRememberedAdapter() {
+    QSettings store;
+    store.beginGroup(kAdapterGroup);
+    RememberedAdapter adapter;
+    bool ok = false;
+    const int port = store.value(kAdapterPort).toInt(&ok);
+    if (ok && port >= kFirstPort && port <= kLastPort) {
+        adapter.port = port;
+        adapter.identity = store.value(kAdapterIdentity).toString();
+    }
+    return adapter;
+}
+
+void SaveRememberedAdapter(const RememberedAdapter& adapter) {
+    QSettings store;
+    store.beginGroup(kAdapterGroup);
+    store.setValue(kAdapterPort, adapter.port);
+    store.setValue(kAdapterIdentity, adapter.identity);
 }
 
 } // namespace zq::files

@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QStandardPaths>
 
 #include <algorithm>
@@ -47,6 +48,17 @@ QString TimestampedName(const QDateTime& when, const QStringList& parts, const Q
     for (const QString& part : parts)
         if (!part.isEmpty()) name += QLatin1Char('_') + part;
     return name + suffix;
+}
+
+QString FreshTimestampedPath(const QString& folder, QDateTime when, const QStringList& parts,
+                             const QString& suffix) {
+    const QDir dir(folder);
+    QString path = dir.filePath(TimestampedName(when, parts, suffix));
+    while (QFileInfo::exists(path)) {
+        when = when.addMSecs(1);
+        path = dir.filePath(TimestampedName(when, parts, suffix));
+    }
+    return path;
 }
 
 QStringList NewestFirst(const QString& folder, const QStringList& nameFilters) {

@@ -23,6 +23,11 @@ QString WritePrivateFile(const QString& path, const QByteArray& bytes);
 // A file name that sorts by time: "2026-11-23_192757-123" + "_" + each non-empty part + suffix.
 QString TimestampedName(const QDateTime& when, const QStringList& parts, const QString& suffix);
 
+// The path in `folder` of the TimestampedName for `when` that names no file yet: the time moves on
+// a millisecond while it does, so that names stay in time order.
+QString FreshTimestampedPath(const QString& folder, QDateTime when, const QStringList& parts,
+                             const QString& suffix);
+
 // The files of `folder` matching `nameFilters`, newest name first (the names sort by time).
 QStringList NewestFirst(const QString& folder, const QStringList& nameFilters);
 // Deletes all but the newest `keep` of them.

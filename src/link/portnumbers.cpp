@@ -54,4 +54,51 @@ QString DeviceForPortArgument(const QString& argument) {
     return IsPortNumber(argument, number) ? DeviceForPortNumber(number) : argument;
 }
 
+QList<NumberedPort> NumberPorts(const QList<SerialPortDetails>& listed, const PortProber& probe) {
+    QList<NumberedPort> numbered;
+    for (int number = kFirstPortNumber; number <= kLastPortNumber; ++number) {
+        NumberedPort entry;
+        entry.number = number;
+#ifdef Q_OS_WIN
+        entry.port.device = QStringLiteral("COM%1").arg(number);
+        for (const SerialPortDetails& port : listed)
+            if (port.device.endsWith(entry.port.device)) entry.port = port;
+#else
+        if (number <= listed.size()) entry.port = listed.at(number - 1);
+#endif
+        if (entry.port.device.isEmpty())
+            entry.probe.access = PortAccess::Missing;
+        else
+            entry.probe = probe(entry.port.device);
+        numbered << entry;
+    }
+    return numbered;
+}
+
+QString ListedPortsText(const QList<SerialPortDetails>& listed) {
+    if (listed.isEmpty()) return QStringLiteral("the system lists no serial port");
+    QStringList ports;
+    for (qsizetype i = 0; i < listed.size(); ++i) {
+        const SerialPortDetails& port = listed.at(i);
+#ifdef Q_OS_WIN
+        QString text = port.device;
+#else
+        QString text =
+            i < kLastPortNumber ? PortCaption(int(i) + 1) + QLatin1Char(' ') + port.device : port.device;
+#endif
+        if (!port.description.isEmpty()) text += QStringLiteral(" (%1)").arg(port.description);
+        ports << text;
+    }
+    return QStringLiteral("the ports there are: ") + ports.join(QStringLiteral(", "));
+}
+
+ResolvedPort ResolvePortNumber(int number, int rememberedNumber, const QString& rememberedId,
+                               const QStringList& listed) {
+    if (number == rememberedNumber && !rememberedId.isEmpty()) {
+        const QString device = DeviceOfStableId(rememberedId);
+        if (!device.isEmpty()) return {device, true};
+    }
+    return {DeviceForPortNumber(number, listed), false};
+}
+
 } // namespace zq::link

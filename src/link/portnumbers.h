@@ -1,7 +1,12 @@
 #pragma once
 // Port numbers 1..14 of the port dialog and the devices they stand for.
+#include "portaccess.h"
+#include "serialports.h"
+
+#include <QList>
 #include <QString>
 #include <QStringList>
+#include <functional>
 
 namespace zq::link {
 
@@ -24,5 +29,30 @@ QString DeviceForPortNumber(int number);
 // as it is.
 QString DeviceForPortArgument(const QString& argument, const QStringList& listed);
 QString DeviceForPortArgument(const QString& argument);
+
+// Numbers 1..14 with the port each stands for now and whether it can be opened.
+struct NumberedPort {
+    int number = 0;
+    SerialPortDetails port; // device empty when the system lists no port for the number
+    PortProbe probe;        // Missing when there is no port
+};
+using PortProber = std::function<PortProbe(const QString& device)>;
+QList<NumberedPort> NumberPorts(
+    const QList<SerialPortDetails>& listed,
+    const PortProber& probe = [](const QString& d) { return ProbePort(d); });
+
+// "the ports there are: COM  1 /dev/ttyS0, COM  2 /dev/ttyUSB0 (FTDI FT232R USB UART)", or "the
+// system lists no serial port", for messages about a number that names none.
+QString ListedPortsText(const QList<SerialPortDetails>& listed);
+
+// The port a session uses for port number `number` when the adapter chosen for `rememberedNumber`
+// is remembered by its stable name: while that adapter is plugged in, its device wherever the
+// numbering now puts it; otherwise (another number, no stable name, unplugged) the number's device.
+struct ResolvedPort {
+    QString device;        // empty when the number names no port
+    bool followed = false; // the remembered adapter was found by its stable name
+};
+ResolvedPort ResolvePortNumber(int number, int rememberedNumber, const QString& rememberedId,
+                               const QStringList& listed);
 
 } // namespace zq::link

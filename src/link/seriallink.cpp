@@ -1,10 +1,14 @@
 #include "seriallink.h"
 
+#include "portaccess.h"
+
 #include <QDeadlineTimer>
 #include <QEventLoop>
 #include <QSerialPort>
 #include <QTimer>
 #include <algorithm>
+
+#include <cerrno>
 
 namespace zq::link {
 
@@ -77,7 +81,10 @@ Result SerialLink::open() {
     if (device_.isEmpty())
         return Result::fail(Outcome::ComPortError, QStringLiteral("no serial port chosen"));
     if (!port_->open(QIODevice::ReadWrite)) {
-        const QString why = port_->errorString();
+        const int savedErrno = errno;
+        const PortProbe probe =
+            ExplainOpenFailure(ProbePort(device_), port_->error(), savedErrno, port_->errorString());
+        const QString why = AccessAdvice(probe);
         port_->clearError();
         notify(LinkEvent::Kind::OpenFailed, QStringLiteral("%1: %2").arg(device_, why));
         return Result::fail(Outcome::ComPortError, QStringLiteral("cannot open %1: %2").arg(device_, why));

@@ -1,5 +1,6 @@
 #include "transfers.h"
 
+#include "blockmap.h"
 #include "model/channelcodec.h"
 #include "model/dialcodec.h"
 #include "model/document.h"
@@ -23,27 +24,36 @@ constexpr int kEndReplyLength = 9;    // echo (5), "OK" CR LF
 constexpr int kPayloadStart = 10;     // the data digits follow the echoed command
 constexpr int kBlockDigits = 32;
 constexpr int kSpecialRecordPauseMs = 100;
+// The settings halves, the VFO and CALL records and the nine dial memories; the RPT record is not read.
+constexpr int kSettingsReadBlocks = 2 + 4 + zq::model::kDialCount;
 
 const QString kModelCheck = QStringLiteral("ZQ318");
 const QString kEndCommand = QStringLiteral("KV~E");
 const QString kOkTail = QStringLiteral("OK\r\n");
 
+// " on /dev/ttyUSB0": every failure names the device it happened on, so that a wrong port shows.
+QString On(const SerialLink& link) {
+    return link.portName().isEmpty() ? QString() : QStringLiteral(" on ") + link.portName();
+}
+
 // The outcome of a reply that failed its check: a port failure is a "COM Port Error", anything else
 // (time-out, wrong length, wrong tail) a "Communication Error".
-Result Mismatch(const QString& label, const QString& reply, int expectedLength) {
+Result Mismatch(const SerialLink& link, const QString& label, const QString& reply, int expectedLength) {
     if (reply == kPortErrorMarker)
-        return Result::fail(Outcome::ComPortError, QStringLiteral("port error during %1").arg(label));
+        return Result::fail(Outcome::ComPortError,
+                            QStringLiteral("port error%1 during %2").arg(On(link), label));
     if (reply == kTimeoutMarker)
-        return Result::fail(Outcome::CommunicationError,
-                            QStringLiteral("no reply to %1 within %2 ms").arg(label).arg(kReplyTimeoutMs));
+        return Result::fail(
+            Outcome::CommunicationError,
+            QStringLiteral("no reply to %1%2 within %3 ms").arg(label, On(link)).arg(kReplyTimeoutMs));
     if (reply.size() != expectedLength)
         return Result::fail(Outcome::CommunicationError,
-                            QStringLiteral("reply to %1 has %2 characters, not %3")
-                                .arg(label)
+                            QStringLiteral("reply to %1%2 has %3 characters, not %4")
+                                .arg(label, On(link))
                                 .arg(reply.size())
                                 .arg(expectedLength));
     return Result::fail(Outcome::CommunicationError,
-                        QStringLiteral("reply to %1 does not end in OK").arg(label));
+                        QStringLiteral("reply to %1%2 does not end in OK").arg(label, On(link)));
 }
 
 bool Acknowledged(const QString& reply, int expectedLength) {
@@ -55,7 +65,7 @@ bool ReadBlock(SerialLink& link, const QString& address, QString& payload, Resul
     const QString command = QStringLiteral("KV~F") + address + QLatin1Char('R');
     const QString reply = link.SendCommand(command);
     if (reply.size() != kReadReplyLength) {
-        failure = Mismatch(command, reply, kReadReplyLength);
+        failure = Mismatch(link, command, reply, kReadReplyLength);
         return false;
     }
     payload = reply.mid(kPayloadStart, kBlockDigits);
@@ -67,7 +77,7 @@ bool WriteBlock(SerialLink& link, const QString& address, const QString& data, R
     const QString command = head + data;
     const QString reply = link.SendCommand(command);
     if (!Acknowledged(reply, kWriteReplyLength)) {
-        failure = Mismatch(head, reply, kWriteReplyLength);
+        failure = Mismatch(link, head, reply, kWriteReplyLength);
         return false;
     }
     return true;
@@ -76,16 +86,16 @@ bool WriteBlock(SerialLink& link, const QString& address, const QString& data, R
 bool ModelCheck(SerialLink& link, Result& failure) {
     const QString reply = link.SendCommand(kModelCheck);
     if (!Acknowledged(reply, kModelReplyLength)) {
-        failure = Mismatch(kModelCheck, reply, kModelReplyLength);
+        failure = Mismatch(link, kModelCheck, reply, kModelReplyLength);
         return false;
     }
     return true;
 }
 
-Result DecodeFailure(const QString& what, CodecError error) {
+Result DecodeFailure(const SerialLink& link, const QString& what, CodecError error) {
     // The read handlers catch the decoder's run-time error as a port failure.
     return Result::fail(Outcome::ComPortError,
-                        QStringLiteral("%1: %2").arg(what, zq::model::CodecErrorText(error)));
+                        QStringLiteral("%1%2: %3").arg(what, On(link), zq::model::CodecErrorText(error)));
 }
 
 Result OpenPort(SerialLink& link) {
@@ -98,14 +108,6 @@ Result OpenPortUntrapped(SerialLink& link) {
     if (!opened.ok())
         opened = Result::fail(Outcome::Fatal, QStringLiteral("Run-time error: ") + opened.detail);
     return opened;
-}
-
-QString SpecialAddress(int row, int half) {
-    return QStringLiteral("01") + QString::number(2 * row + half, 16).toUpper() + QLatin1Char('0');
-}
-
-QString DialAddress(int memory) {
-    return QStringLiteral("1F") + QString::number(memory) + QLatin1Char('0');
 }
 
 } // namespace
@@ -127,7 +129,8 @@ Result ReadMemory(SerialLink& link, Document& document, const Progress& progress
                 error = zq::model::DecodeChannelRecord(memory, first + second, channel);
             },
             Document::Mark::Quiet);
-        if (error != CodecError::None) return DecodeFailure(QStringLiteral("channel %1").arg(channel), error);
+        if (error != CodecError::None)
+            return DecodeFailure(link, QStringLiteral("channel %1").arg(channel), error);
     }
     link.Wait(kCommandPauseMs);
     link.TxEnd();
@@ -140,39 +143,38 @@ Result WriteMemory(SerialLink& link, Document& document, const Progress& progres
     Result failure;
     if (!ModelCheck(link, failure)) return failure;
     link.Wait(kCommandPauseMs);
-    for (int channel = 0; channel < zq::model::kChannelCount; ++channel) {
-        if (progress) progress(channel);
+    for (const BlockSlot& slot : MemorySlots()) {
+        if (slot.half == 0 && progress) progress(slot.index);
         link.Wait(kCommandPauseMs);
-        if (!WriteBlock(link, zq::model::ChannelBlockAddress(channel, 0),
-                        zq::model::EncodeChannelFirstHalf(document.memory(), channel), failure))
-            return failure;
-        link.Wait(kCommandPauseMs);
-        if (!WriteBlock(link, zq::model::ChannelBlockAddress(channel, 1),
-                        zq::model::EncodeChannelSecondHalf(document.memory(), channel), failure))
-            return failure;
+        if (!WriteBlock(link, slot.address, SlotData(document, slot), failure)) return failure;
     }
     link.Wait(kCommandPauseMs);
     link.TxEnd();
     return Result::done();
 }
 
-Result ReadSettings(SerialLink& link, Document& document) {
+Result ReadSettings(SerialLink& link, Document& document, const StepProgress& progress) {
     if (Result opened = OpenPort(link); !opened.ok()) return opened;
     Result failure;
+    int step = 0;
+    const auto readNext = [&](const QString& address, QString& payload) {
+        if (progress) progress(step++, kSettingsReadBlocks);
+        return ReadBlock(link, address, payload, failure);
+    };
     QString halfA, halfB;
-    if (!ReadBlock(link, QStringLiteral("00E0"), halfA, failure)) return failure;
+    if (!readNext(QStringLiteral("00E0"), halfA)) return failure;
     document.setSettingsHalf(0, halfA);
     link.Wait(kCommandPauseMs);
-    if (!ReadBlock(link, QStringLiteral("00F0"), halfB, failure)) return failure;
+    if (!readNext(QStringLiteral("00F0"), halfB)) return failure;
     document.setSettingsHalf(1, halfB);
     document.applySettingsBlock();
 
     for (int row = zq::model::kVfoRow; row <= zq::model::kCallRow; ++row) {
         QString first, second;
         link.Wait(kCommandPauseMs);
-        if (!ReadBlock(link, SpecialAddress(row, 0), first, failure)) return failure;
+        if (!readNext(SpecialBlockAddress(row, 0), first)) return failure;
         link.Wait(kCommandPauseMs);
-        if (!ReadBlock(link, SpecialAddress(row, 1), second, failure)) return failure;
+        if (!readNext(SpecialBlockAddress(row, 1), second)) return failure;
         CodecError error = CodecError::None;
         document.changeSpecial(
             row, row,
@@ -181,8 +183,8 @@ Result ReadSettings(SerialLink& link, Document& document) {
             },
             Document::Mark::Quiet);
         if (error != CodecError::None)
-            return DecodeFailure(row == zq::model::kVfoRow ? QStringLiteral("VFO") : QStringLiteral("CALL"),
-                                 error);
+            return DecodeFailure(
+                link, row == zq::model::kVfoRow ? QStringLiteral("VFO") : QStringLiteral("CALL"), error);
     }
     document.changeSpecial(zq::model::kVfoRow, zq::model::kRptRow, zq::model::BlankRptTexts,
                            Document::Mark::Quiet);
@@ -190,7 +192,7 @@ Result ReadSettings(SerialLink& link, Document& document) {
     for (int memory = 0; memory < zq::model::kDialCount; ++memory) {
         link.Wait(kCommandPauseMs);
         QString record;
-        if (!ReadBlock(link, DialAddress(memory), record, failure)) return failure;
+        if (!readNext(DialBlockAddress(memory), record)) return failure;
         document.setDialText(memory, zq::model::UpDateDialData(record), Document::Mark::Quiet);
     }
     link.Wait(kCommandPauseMs);
@@ -198,29 +200,21 @@ Result ReadSettings(SerialLink& link, Document& document) {
     return Result::done();
 }
 
-Result WriteSettings(SerialLink& link, Document& document) {
+Result WriteSettings(SerialLink& link, Document& document, const StepProgress& progress) {
     if (Result opened = OpenPort(link); !opened.ok()) return opened;
     Result failure;
     if (!ModelCheck(link, failure)) return failure;
     link.Wait(kCommandPauseMs);
     document.buildSettingsBlock();
-    if (!WriteBlock(link, QStringLiteral("00E0"), document.settingsBlock().halfA, failure)) return failure;
-    link.Wait(kCommandPauseMs);
-    if (!WriteBlock(link, QStringLiteral("00F0"), document.settingsBlock().halfB, failure)) return failure;
-
-    for (int row = zq::model::kVfoRow; row <= zq::model::kRptRow; ++row) {
-        link.Wait(kCommandPauseMs);
-        if (!WriteBlock(link, SpecialAddress(row, 0), document.encodeSpecialHalf(row, 0), failure))
-            return failure;
-        link.Wait(kSpecialRecordPauseMs);
-        if (!WriteBlock(link, SpecialAddress(row, 1), document.encodeSpecialHalf(row, 1), failure))
-            return failure;
-    }
-    for (int memory = 0; memory < zq::model::kDialCount; ++memory) {
-        link.Wait(kCommandPauseMs);
-        if (!WriteBlock(link, DialAddress(memory), zq::model::MakeDialData(document.dialTexts()[memory]),
-                        failure))
-            return failure;
+    const QList<BlockSlot>& slots = SettingsWriteSlots();
+    for (qsizetype step = 0; step < slots.size(); ++step) {
+        const BlockSlot& slot = slots[step];
+        // The second half of a special record waits ten times the usual pause.
+        if (step > 0)
+            link.Wait(slot.owner == BlockSlot::Owner::Special && slot.half == 1 ? kSpecialRecordPauseMs
+                                                                                : kCommandPauseMs);
+        if (progress) progress(int(step), int(slots.size()));
+        if (!WriteBlock(link, slot.address, SlotData(document, slot), failure)) return failure;
     }
     link.Wait(kCommandPauseMs);
     link.TxEnd();
@@ -237,7 +231,7 @@ Result AutoSelect(SerialLink& link, Document& document) {
     const QString reply = link.SendCommand(identify);
     if (reply.size() != kReadReplyLength) {
         // Here even a port failure counts as a communication failure.
-        Result mismatch = Mismatch(identify, reply, kReadReplyLength);
+        Result mismatch = Mismatch(link, identify, reply, kReadReplyLength);
         mismatch.outcome = Outcome::CommunicationError;
         return mismatch;
     }
@@ -252,7 +246,7 @@ Result AutoSelect(SerialLink& link, Document& document) {
         variant = zq::model::VariantJ;
     else
         return Result::fail(Outcome::CommunicationError,
-                            QStringLiteral("unknown model code %1").arg(modelCode));
+                            QStringLiteral("unknown model code %1%2").arg(modelCode, On(link)));
 
     // The same as the user clicking the model option.
     document.chooseModelVariant(variant);
@@ -260,7 +254,24 @@ Result AutoSelect(SerialLink& link, Document& document) {
 
     link.Wait(kCommandPauseMs);
     const QString end = link.SendCommand(kEndCommand);
-    if (!Acknowledged(end, kEndReplyLength)) return Mismatch(kEndCommand, end, kEndReplyLength);
+    if (!Acknowledged(end, kEndReplyLength)) return Mismatch(link, kEndCommand, end, kEndReplyLength);
+    return Result::done();
+}
+
+Result ReadBlocks(SerialLink& link, const QStringList& addresses, QStringList& payloads,
+                  const StepProgress& progress) {
+    payloads.clear();
+    if (Result opened = OpenPort(link); !opened.ok()) return opened;
+    Result failure;
+    for (qsizetype step = 0; step < addresses.size(); ++step) {
+        if (step > 0) link.Wait(kCommandPauseMs);
+        if (progress) progress(int(step), int(addresses.size()));
+        QString payload;
+        if (!ReadBlock(link, addresses[step], payload, failure)) return failure;
+        payloads.append(payload);
+    }
+    link.Wait(kCommandPauseMs);
+    link.TxEnd();
     return Result::done();
 }
 
@@ -289,18 +300,36 @@ Result ReadServiceBlock(SerialLink& link, const QString& addressText, QString& r
     return Result::done();
 }
 
-Result DumpBlocks(SerialLink& link, QString& dump, const std::function<void(const QString&)>& shown) {
+namespace {
+Result dumpBlocks(SerialLink& link, QString& dump, const std::function<void(const QString&)>& shown,
+                  bool stopOnSilence) {
     dump.clear();
     if (Result opened = OpenPortUntrapped(link); !opened.ok()) return opened;
     for (int block = 0; block < 256; ++block) {
         const QString digits = QStringLiteral("%1").arg(block, 2, 16, QLatin1Char('0')).toUpper();
+        const QString address = QLatin1Char('0') + digits + QLatin1Char('0');
         QString reply;
-        const Result read = ReadServiceBlock(link, QLatin1Char('0') + digits + QLatin1Char('0'), reply);
+        const Result read = ReadServiceBlock(link, address, reply);
         if (!read.ok()) return read;
+        // The cable echoes the command whether or not a radio is there to answer it.
+        const QString command = QStringLiteral("KV~F") + address + QLatin1Char('R');
+        if (stopOnSilence && (command + QLatin1Char('\r')).startsWith(reply))
+            return Result::fail(
+                Outcome::CommunicationError,
+                QStringLiteral("no answer to %1 within %2 ms").arg(command).arg(kServiceTimeoutMs));
         dump += digits + QLatin1Char('\t') + reply.right(34);
         if (shown) shown(dump);
     }
     return Result::done();
+}
+} // namespace
+
+Result DumpBlocks(SerialLink& link, QString& dump, const std::function<void(const QString&)>& shown) {
+    return dumpBlocks(link, dump, shown, false);
+}
+
+Result DumpAnsweredBlocks(SerialLink& link, QString& dump, const std::function<void(const QString&)>& shown) {
+    return dumpBlocks(link, dump, shown, true);
 }
 
 } // namespace zq::link

@@ -17,6 +17,20 @@ void ClearSettingsBlock(SettingsBlock& block) {
     block.halfB = QString(32, QLatin1Char('0'));
 }
 
+QString SettingsByteName(int half, int position) {
+    // clang-format off
+    static const char* const names[2][16] = {
+        {"fixed", "fixed", "channel mode", "fixed", "channel mode", "volume", "squelch", "fixed",
+         "DTMF wait", "DTMF first digit", "DTMF interval", "tone burst", "time-out timer", "penalty time",
+         "key lock", "auto power off"},
+        {"beep", "scan type", "lamp", "fixed", "scan access", "power access", "lock access", "monitor access",
+         "tone access", "burst access", "name access", "battery type", "fixed", "repeater mode", "fixed",
+         "fixed"}};
+    // clang-format on
+    if (half < 0 || half > 1 || position < 0 || position > 15) return QString();
+    return QLatin1String(names[half][position]);
+}
+
 void ResetLevelSliders(RadioSettings& settings) {
     settings.volume = 10;
     settings.squelch = 1;

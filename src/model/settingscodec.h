@@ -52,6 +52,9 @@ void BuildSettingsBlock(SettingsBlock& block, const RadioSettings& settings);
 // The half with byte `position` (0..15) replaced by the two characters of `value`.
 QString PatchSettingsByte(const QString& half, const QString& value, int position);
 void ClearSettingsBlock(SettingsBlock& block);
+// What byte `position` (0..15) of half 0 (A) or 1 (B) holds, in words: "volume", "beep";
+// "fixed" for the bytes every build writes alike.
+QString SettingsByteName(int half, int position);
 void ResetLevelSliders(RadioSettings& settings);
 
 } // namespace zq::model

@@ -1,5 +1,7 @@
 #include "tables.h"
 
+#include <iterator>
+
 namespace zq::model {
 
 namespace {
@@ -104,6 +106,14 @@ double LowerLimit(int variant, bool cloneCodeA) {
 }
 double UpperLimit(int variant, bool cloneCodeA) {
     return BandLimits()[clampVariant(variant) + (cloneCodeA ? 12 : 8)];
+}
+
+QString ColumnHeading(int column) {
+    static const char* const headings[] = {"Frequency", "Step",  "Tone",       "TxTone", "RxTone",
+                                           "DCS",       "Shift", "ShiftFreq.", "PWR",    "------",
+                                           "BSV",       "Clock", "BCLO",       "Name",   "Skip"};
+    if (column < 0 || column >= int(std::size(headings))) return QString();
+    return QLatin1String(headings[column]);
 }
 
 QString VariantCaption(int variant) {

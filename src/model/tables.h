@@ -38,6 +38,10 @@ QString RangeCaption(int variant, bool cloneCodeA);
 double LowerLimit(int variant, bool cloneCodeA);
 double UpperLimit(int variant, bool cloneCodeA);
 
+// The grids' heading of a store column 0..13 ("Frequency" .. "Name"); "Skip" for column 14, which
+// the Frequency text shows as a "*".
+QString ColumnHeading(int column);
+
 // Captions of the model option buttons, as detection and the command-line tool print them.
 QString VariantCaption(int variant);
 

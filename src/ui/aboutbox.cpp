@@ -34,14 +34,14 @@ AboutBox::AboutBox(MessageBoxes& boxes, QWidget* parent) : QDialog(parent), boxe
     sysInfo->setObjectName(QStringLiteral("cmdSysInfo"));
     layout->addWidget(buttons);
     connect(ok, &QPushButton::clicked, this, &QDialog::accept);
-    connect(sysInfo, &QPushButton::clicked, this, &AboutBox::cmdSysInfo_Click);
+    connect(sysInfo, &QPushButton::clicked, this, &AboutBox::showSystemInformation);
 }
 
 QString AboutBox::VersionText() {
     return QStringLiteral("Version ") + QStringLiteral(ZQ_VERSION);
 }
 
-void AboutBox::cmdSysInfo_Click() {
+void AboutBox::showSystemInformation() {
     boxes_.show({QString::fromUtf8("この時点ではシステム情報を使用できません。"), windowTitle(),
                  MessageButtons::Ok, MessageIcon::Information, MessageAnswer::Ok});
 }

@@ -12,7 +12,7 @@ public:
     AboutBox(MessageBoxes& boxes, QWidget* parent = nullptr);
     static QString VersionText(); // "Version 1.0.0"
     // This platform has no system-information tool to start: the box says so.
-    void cmdSysInfo_Click();
+    void showSystemInformation();
 
 private:
     MessageBoxes& boxes_;

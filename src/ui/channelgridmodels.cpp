@@ -1,9 +1,5 @@
 #include "channelgridmodels.h"
 
-#include "files/preferences.h"
-
-#include <array>
-
 namespace zq::ui {
 
 using model::kChannelCount;
@@ -14,10 +10,6 @@ namespace {
 constexpr int kMemoryGridColumns = kMemoryColumns - 1;          // the skip number is never shown
 constexpr int kSpecialGridRows = model::kRptRow + 1;            // VFO, CALL, RPT
 constexpr int kSpecialGridColumns = model::kSpecialColumns - 1; // the name is not shown
-
-// Twips, indexed by grid column; entry 13 is filled but never applied.
-constexpr std::array<int, 14> kColumnWidthTwips = {500, 870, 705, 450, 690, 690, 450,
-                                                   495, 795, 450, 450, 450, 500, 500};
 
 QVariant alignment() {
     return QVariant::fromValue(Qt::Alignment(Qt::AlignLeft | Qt::AlignVCenter));
@@ -31,11 +23,6 @@ const QStringList& ChannelGridHeadings() {
                        "BSV|Clock|BCLO|Name")
             .split(QLatin1Char('|'));
     return headings;
-}
-
-int GridColumnWidthPixels(int gridColumn) {
-    if (gridColumn < 0 || gridColumn >= int(kColumnWidthTwips.size())) return 0;
-    return kColumnWidthTwips[gridColumn] / files::kTwipsPerPixel;
 }
 
 ChannelGridModel::ChannelGridModel(model::Document& document, int rows, int columns, QObject* parent)

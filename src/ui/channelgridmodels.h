@@ -10,10 +10,6 @@ namespace zq::ui {
 
 // The grids' column headings, grid columns 1..14 (the VFO/CALL/RPT grid stops before "Name").
 const QStringList& ChannelGridHeadings();
-// Width in pixels of grid column 0..13 at 96 dpi; the memory grid's Name column is wider.
-int GridColumnWidthPixels(int gridColumn);
-inline constexpr int kNameColumnWidthTwips = 1050;
-inline constexpr int kGridColumnsWithWidth = 13; // widths 0..12 apply; 13 keeps the default
 
 // What both grids share: a fixed number of rows and columns of text cells, left aligned, headed
 // by the channel headings, redrawn when the document reports changed rows.

@@ -90,4 +90,9 @@ MessageRequest SaveChangesBox() {
             MessageIcon::Question, MessageAnswer::Yes};
 }
 
+void ShowFailure(MessageBoxes& boxes, const model::Result& result) {
+    if (result.ok() || result.outcome == model::Outcome::Cancelled) return;
+    boxes.show(ErrorBox(result.message()));
+}
+
 } // namespace zq::ui

@@ -1,6 +1,8 @@
 #pragma once
 // Every message box of the window goes through this interface, so that tests can assert each box
 // and answer it without a person.
+#include "model/outcome.h"
+
 #include <QString>
 #include <QVector>
 
@@ -56,5 +58,8 @@ MessageRequest ErrorBox(const QString& message);     // "Data Error", "File Open
 MessageRequest FatalErrorBox(const QString& detail); // the run-time error report that ends the program
 MessageRequest ConfirmBox(const QString& title, const QString& warning, const QString& question);
 MessageRequest SaveChangesBox();
+
+// The error box of a command that failed; success and a cancelled dialog show nothing.
+void ShowFailure(MessageBoxes& boxes, const model::Result& result);
 
 } // namespace zq::ui

@@ -52,6 +52,13 @@ PortDialog::PortDialog(QWidget* parent) : QDialog(parent) {
     layout->addLayout(buttons);
 }
 
+int PortDialog::ask(QWidget* parent, int current) {
+    PortDialog dialog(parent);
+    dialog.setPortNumber(current, link::ListedPortDevices());
+    dialog.exec();
+    return dialog.portNumber();
+}
+
 void PortDialog::setPortNumber(int number, const QStringList& listedDevices) {
     for (int i = 0; i < int(options_.size()); ++i) {
         const QString device = link::DeviceForPortNumber(i + 1, listedDevices);

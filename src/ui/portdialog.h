@@ -15,6 +15,8 @@ class PortDialog : public QDialog {
     Q_OBJECT
 public:
     explicit PortDialog(QWidget* parent = nullptr);
+    // Shows the dialog modally with port `current` ticked; the port ticked when OK closes it.
+    static int ask(QWidget* parent, int current);
 
     // Ticks the option of port `number` (1..14) and shows beside each caption the device it stands for.
     void setPortNumber(int number, const QStringList& listedDevices);

@@ -1,117 +1,111 @@
 #include "program.h"
 
-#include "link/seriallink.h"
-#include "model/tables.h"
+#include "files/clonefile.h"
+#include "files/preferences.h"
+#include "messageboxes.h"
 #include "splashscreen.h"
-#include "transfercontroller.h"
 
-#include <QCommandLineParser>
-#include <QDir>
-#include <QTabWidget>
-#include <QTextStream>
+#include <QCloseEvent>
+#include <QDialog>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QTimer>
 
 namespace zq::ui {
 
-QString StripCommandLineQuotes(const QString& commandLine) {
-    if (commandLine.size() > 5) return commandLine.mid(1, commandLine.size() - 2);
-    return commandLine;
+using model::Outcome;
+using model::Result;
+
+namespace {
+
+void waitMilliseconds(int ms) {
+    if (ms <= 0) return;
+    QEventLoop loop;
+    QTimer::singleShot(ms, Qt::PreciseTimer, &loop, &QEventLoop::quit);
+    loop.exec();
 }
 
-ProgramOptions ParseProgramArguments(const QStringList& arguments, const QString& rawWindowsTail) {
-    QCommandLineParser parser;
-    parser.setApplicationDescription(model::AppTitle());
-    parser.addHelpOption();
-    parser.addVersionOption();
-    const QCommandLineOption port(QStringLiteral("port"),
-                                  QStringLiteral("Serial device (or port number 1..14) for this run."),
-                                  QStringLiteral("DEVICE"));
-    QCommandLineOption screenshots(QStringLiteral("screenshot-dir"), QStringLiteral("Save page pictures."),
-                                   QStringLiteral("DIR"));
-    screenshots.setFlags(QCommandLineOption::HiddenFromHelp);
-    parser.addOption(port);
-    parser.addOption(screenshots);
-    parser.addPositionalArgument(QStringLiteral("file"), QStringLiteral("Clone file (*.318) to open."));
-
-    ProgramOptions options;
-    QTextStream err(stderr);
-    if (!parser.parse(arguments)) {
-        err << parser.errorText() << '\n';
-        options.ok = false;
-        options.exitStatus = 2;
-        return options;
-    }
-    if (parser.isSet(QStringLiteral("help"))) {
-        QTextStream(stdout) << parser.helpText();
-        options.ok = false;
-        return options;
-    }
-    if (parser.isSet(QStringLiteral("version"))) {
-        QTextStream(stdout) << model::AppTitle() << ' ' << QStringLiteral(ZQ_VERSION) << '\n';
-        options.ok = false;
-        return options;
-    }
-    options.portDevice = parser.value(port);
-    options.screenshotDir = parser.value(screenshots);
-    const QStringList files = parser.positionalArguments();
-    if (files.size() > 1) {
-        err << "Only one clone file can be opened.\n";
-        options.ok = false;
-        options.exitStatus = 2;
-        return options;
-    }
-    if (!rawWindowsTail.isEmpty())
-        options.commandLineFile = StripCommandLineQuotes(rawWindowsTail);
-    else if (!files.isEmpty())
-        options.commandLineFile = files.first();
-    return options;
-}
+} // namespace
 
 Program::Program(MessageBoxes& boxes, FileDialogs& dialogs, const StringTable& strings)
-    : window_(std::make_unique<MainWindow>(boxes, dialogs, strings)),
-      link_(std::make_unique<link::SerialLink>()),
-      transfers_(std::make_unique<TransferController>(window_->document(), *link_, boxes,
-                                                      window_->transferControls(), window_.get())) {
-    ConnectTransfers(*window_, *transfers_);
+    : boxes_(boxes), transfers_(document_, link_, ports_), files_(document_, boxes, dialogs),
+      window_(document_, transfers_, files_, boxes, strings) {
+    connect(&files_, &FileCommands::fatal, this, &Program::reportFatal);
+    window_.installEventFilter(this);
 }
 
 Program::~Program() = default;
 
-model::Result Program::start(const ProgramOptions& options, const LoadOptions& load) {
+Result Program::start(const ProgramOptions& options, const LoadOptions& load) {
     QElapsedTimer clock;
     clock.start();
     SplashScreen splash;
     splash.show();
     splash.repaint();
-    splashShown_ = true;
 
-    window_->setPortDevice(options.portDevice);
+    ports_.setDeviceOverride(options.portDevice);
     LoadOptions loadOptions = load;
     loadOptions.commandLineFile = options.commandLineFile;
-    const model::Result loaded = window_->load(loadOptions);
+    const Result loaded = this->load(loadOptions);
     splash.close();
-    if (loaded.outcome == model::Outcome::Fatal) return loaded;
-    transfers_->setDeviceOverride(options.portDevice);
+    if (loaded.outcome == Outcome::Fatal) return loaded;
 
-    window_->loadModifyDialog();
-    window_->show();
+    window_.loadModifyDialog();
+    window_.show();
     msToShown_ = clock.elapsed();
-    return model::Result::done();
+    return Result::done();
 }
 
-QStringList SaveScreenshots(MainWindow& window, const QString& dir) {
-    QStringList written;
-    QDir().mkpath(dir);
-    auto* tabs = window.findChild<QTabWidget*>(QStringLiteral("TabStrip1"));
-    if (!tabs) return written;
-    const QStringList names = {QStringLiteral("page1-settings1.png"), QStringLiteral("page2-settings2.png"),
-                               QStringLiteral("page3-memorys.png")};
-    for (int i = 0; i < tabs->count() && i < names.size(); ++i) {
-        tabs->setCurrentIndex(i);
-        const QString path = QDir(dir).filePath(names.at(i));
-        if (window.grab().save(path)) written.append(path);
+Result Program::load(const LoadOptions& options) {
+    window_.prepare();
+    ports_.setFilePath(options.portFilePath);
+    if (const Result port = ports_.load(); !port.ok()) {
+        reportFatal(port);
+        return port;
     }
-    tabs->setCurrentIndex(0);
-    return written;
+    document_.resetToStartup();
+    waitMilliseconds(options.pauseMs);
+    window_.showFirstPage();
+
+    if (!options.commandLineFile.isEmpty()) {
+        const Result loaded = files::LoadCloneFile(document_, options.commandLineFile);
+        if (loaded.outcome == Outcome::Fatal) {
+            reportFatal(loaded);
+            return loaded;
+        }
+        ShowFailure(boxes_, loaded);
+    }
+    document_.setDataChanged(false);
+    return Result::done();
+}
+
+void Program::reportFatal(const Result& result) {
+    fatal_ = true;
+    boxes_.show(FatalErrorBox(result.message()));
+    Q_EMIT fatalError(1);
+}
+
+bool Program::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != &window_ || event->type() != QEvent::Close) return QObject::eventFilter(watched, event);
+    event->setAccepted(exit());
+    return true;
+}
+
+bool Program::exit() {
+    if (fatal_) return true;
+    // The radio is mid-session: closing now would pull the link from under the transfer.
+    if (transfers_.busy()) return false;
+    if (!files_.mayClose()) return false;
+    if (const Result saved = ports_.save(); !saved.ok()) {
+        reportFatal(saved);
+        return true;
+    }
+    // The other windows close first, the most recent first.
+    const auto dialogs = window_.findChildren<QDialog*>(QString(), Qt::FindDirectChildrenOnly);
+    for (auto it = dialogs.rbegin(); it != dialogs.rend(); ++it)
+        if ((*it)->isVisible()) (*it)->close();
+    if (!window_.isMinimized()) files::SaveWindowGeometry(window_.frameGeometry());
+    return true;
 }
 
 } // namespace zq::ui

@@ -1,61 +1,73 @@
 #pragma once
-// The start-up sequence of the desktop program (splash, command line, main window, modify dialog)
-// and the command line it takes.
+// The desktop program as one object: it owns the document, the link, the port settings, the
+// transfer controller, the file commands and the main window (destroyed in the reverse order),
+// runs the start-up and the exit, and ends the program on a fatal error.
+#include "filecommands.h"
+#include "link/seriallink.h"
 #include "mainwindow.h"
+#include "model/document.h"
+#include "portsettings.h"
+#include "programoptions.h"
+#include "transfercontroller.h"
 
-#include <QElapsedTimer>
-#include <QStringList>
-#include <memory>
-
-namespace zq::link {
-class SerialLink;
-}
+#include <QObject>
 
 namespace zq::ui {
 
-class SplashScreen;
-class TransferController;
+class FileDialogs;
+class MessageBoxes;
+class StringTable;
 
-// The rule for a raw Windows command line: longer than 5 characters, the first and last
-// character (the quotes around a path) are dropped, whatever they are; shorter ones are kept.
-QString StripCommandLineQuotes(const QString& commandLine);
-
-struct ProgramOptions {
+struct LoadOptions {
     QString commandLineFile;
-    QString portDevice;    // --port DEVICE
-    QString screenshotDir; // --screenshot-dir DIR: grab each page into DIR, then quit
-    bool ok = true;        // false after a usage error (already reported) or --help / --version
-    int exitStatus = 0;
+    QString portFilePath; // empty: the program's port file
+    int pauseMs = 2000;   // the start-up pause that keeps the splash on screen
 };
-// `arguments` as QCoreApplication::arguments() gives them. Elsewhere than on Windows the file is
-// an argument of its own, already without quotes; `rawWindowsTail` is the command line after the
-// program name, as Windows hands it over (empty elsewhere).
-ProgramOptions ParseProgramArguments(const QStringList& arguments, const QString& rawWindowsTail = QString());
 
-class Program {
+class Program : public QObject {
+    Q_OBJECT
 public:
     Program(MessageBoxes& boxes, FileDialogs& dialogs, const StringTable& strings);
-    ~Program();
+    ~Program() override;
 
-    // Splash, main window load (with its pause), splash gone, modify dialog, window shown.
+    // Splash, the load sequence (with its pause), splash gone, modify dialog, window shown.
     // A Fatal result has been shown in the fatal error box: the program ends non-zero.
     model::Result start(const ProgramOptions& options, const LoadOptions& load);
+    // The load sequence: captions, port file, start-up data, the pause, the first page, the
+    // command-line file, DataChanged cleared.
+    model::Result load(const LoadOptions& options);
 
-    MainWindow& window() { return *window_; }
-    TransferController& transfers() { return *transfers_; }
-    bool splashWasShown() const { return splashShown_; }
+    model::Document& document() { return document_; }
+    PortSettings& ports() { return ports_; }
+    TransferController& transfers() { return transfers_; }
+    MainWindow& window() { return window_; }
     qint64 msToShownWindow() const { return msToShown_; }
 
+    // Shows the fatal error box and reports the end of the program.
+    void reportFatal(const model::Result& result);
+
+Q_SIGNALS:
+    // The program ends here with this status, as after a run-time error report.
+    void fatalError(int exitStatus);
+
+protected:
+    // Closing the main window is the exit.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
-    std::unique_ptr<MainWindow> window_;
-    std::unique_ptr<link::SerialLink> link_;
-    std::unique_ptr<TransferController> transfers_;
-    bool splashShown_ = false;
+    // The exit: the unsaved-changes prompt, then the port file, the other windows and the
+    // window's geometry. False keeps the window open.
+    bool exit();
+
+    MessageBoxes& boxes_;
+    model::Document document_;
+    link::SerialLink link_;
+    PortSettings ports_;
+    TransferController transfers_;
+    FileCommands files_;
+    MainWindow window_;
+    bool fatal_ = false;
     qint64 msToShown_ = -1;
 };
-
-// Grabs each page of the window into DIR as page1-settings1.png, page2-settings2.png,
-// page3-memorys.png. Returns the files written.
-QStringList SaveScreenshots(MainWindow& window, const QString& dir);
 
 } // namespace zq::ui

@@ -1,20 +1,12 @@
 #pragma once
-// Binds the transfer buttons, menus, progress bar, port dialog and service panel of the main window
-// to the clone transfers of the link. The transfers themselves live in the link; this class only
-// disables and re-enables buttons, shows the hourglass and the progress, and shows the outcome.
-#include "link/transfers.h"
-#include "mainwindow.h"
+// Runs the clone sessions the window asks for: the transfer buttons and menus, Auto Select and the
+// service panel's reads, one session at a time. What happens is reported through signals, which
+// the window observes to enable its buttons, show the progress and the failures; the controller
+// knows no widget.
 #include "model/outcome.h"
 
 #include <QObject>
-#include <QPointer>
 #include <functional>
-
-class QAbstractButton;
-class QLineEdit;
-class QPlainTextEdit;
-class QProgressBar;
-class QWidget;
 
 namespace zq::model {
 class Document;
@@ -25,86 +17,66 @@ class SerialLink;
 
 namespace zq::ui {
 
-class MessageBoxes;
+class PortSettings;
 
-struct TransferControls {
-    QAbstractButton* readMemory = nullptr;     // cmbRxData
-    QAbstractButton* writeMemory = nullptr;    // cmbTxData
-    QAbstractButton* readSettings1 = nullptr;  // cmbRxData1
-    QAbstractButton* writeSettings1 = nullptr; // cmbTxData1
-    QAbstractButton* readSettings2 = nullptr;  // cmbRxData2
-    QAbstractButton* writeSettings2 = nullptr; // cmbTxData2
-    QAbstractButton* autoSelect = nullptr;     // cmdAuto
-    QProgressBar* progress = nullptr;          // ProgressBar1
-    // service panel
-    QLineEdit* serviceAddress = nullptr;     // Text1
-    QPlainTextEdit* serviceOutput = nullptr; // Text2
-    QAbstractButton* serviceRead = nullptr;  // Command1
-    QAbstractButton* serviceClear = nullptr; // Command2
-    QAbstractButton* serviceDump = nullptr;  // Command6
-    // the tab strip: which tab (1..3) is selected, and selecting one (pages follow)
-    std::function<int()> currentTab;
-    std::function<void(int)> selectTab;
-    // the port number 1..14 the window keeps (from the port file, written back at exit)
-    std::function<int()> portNumber;
-    std::function<void(int)> setPortNumber;
-};
+enum class TransferKind { ReadMemory, WriteMemory, ReadSettings, WriteSettings, AutoSelect, Service };
+// The page a menu brings to the front before its transfer.
+enum class TransferPage { Settings, Memory };
 
 class TransferController : public QObject {
     Q_OBJECT
 public:
-    TransferController(model::Document& document, link::SerialLink& link, MessageBoxes& boxes,
-                       TransferControls controls, QWidget* dialogParent, QObject* parent = nullptr);
+    TransferController(model::Document& document, link::SerialLink& link, PortSettings& ports,
+                       QObject* parent = nullptr);
 
-    // The window's port number 1..14; a device given with --port wins when not empty.
-    int portNumber() const;
-    // Asks for a port number (the port dialog by default; tests answer without a person).
-    void setPortChooser(std::function<int(int current)> chooser) { portChooser_ = std::move(chooser); }
-    // True while a transfer or a service read runs (the window must not close then).
+    // True while a session runs (the window must not close then).
     bool busy() const { return busy_; }
-    void setDeviceOverride(const QString& device);
+    int portNumber() const;
+    // The port dialog's choice: an open port is closed, and the next session opens the chosen one.
+    void choosePort(int number);
+    // Runs a service read with the link to itself; any failure is the port's ("COM Port Error").
+    // False, and nothing run, while another session runs.
+    bool runService(const std::function<model::Result(link::SerialLink&)>& read);
 
 public Q_SLOTS:
-    // What the window's transfer buttons and menus ask for.
-    void handle(zq::ui::TransferCommand command);
+    void readMemory();    // "Read Memory"
+    void writeMemory();   // "Write Memory"
+    void readSettings();  // either "Read Settings"
+    void writeSettings(); // either "Write Settings"
+    void autoSelect();    // "Auto Select"
+    // The Tool menu: each entry brings the page of what it transfers to the front first. "All" is
+    // two complete sessions, settings then memory; the second runs even when the first failed.
+    void readSettingsFromMenu();
+    void readMemoryFromMenu();
+    void readAll();
+    void writeSettingsFromMenu();
+    void writeMemoryFromMenu();
+    void writeAll();
+
+Q_SIGNALS:
+    // A session took the link: its buttons go disabled, a memory transfer shows its progress.
+    void started(zq::ui::TransferKind kind);
+    void progressed(int channel);
+    void pageWanted(zq::ui::TransferPage page);
+    void failed(const QString& message);
+    // The closing routine: every transfer button and Auto Select enabled, the progress hidden at 0.
+    void closed();
+    // The session gave the link back.
+    void ended(zq::ui::TransferKind kind);
 
 private:
-    void readMemory();    // cmbRxData
-    void writeMemory();   // cmbTxData
-    void readSettings();  // cmbRxData1, cmbRxData2
-    void writeSettings(); // cmbTxData1, cmbTxData2
-    void autoSelect();    // cmdAuto
-    void portSetup();     // mnuToolsOptions
-    void serviceRead();   // Command1
-    void serviceClear();  // Command2
-    void serviceDump();   // Command6
-    void applyDevice();
-    void setEnabled(std::initializer_list<QAbstractButton*> buttons, bool enabled);
-    // Runs one session unless one is running already (menus stay enabled during a transfer),
-    // with the hourglass shown for the transfers.
-    void runSession(bool hourglass, const std::function<void()>& session);
-    void runServiceCommand(QAbstractButton* button, const std::function<model::Result()>& command);
-    void reportFailure(const model::Result& result);
-    // The closings: a message for a failure, then every transfer button and Auto Select enabled,
-    // the default pointer back, the progress bar hidden at 0.
+    // A menu's transfer: its page to the front first.
+    void fromMenu(TransferPage page, void (TransferController::*transfer)());
+    // Runs one session unless one runs already (the menus stay enabled during a transfer).
+    bool runSession(TransferKind kind, const std::function<void()>& session);
+    // The failure's message, if it has one; then the closing.
     void finish(const model::Result& result);
-    void setSettingsButtonsEnabled(bool enabled);
-    void showProgress();
-    link::Progress progressCallback();
-    void showMemoryPage();
-    void showSettingsPage();
+    void reportFailure(const model::Result& result);
 
     model::Document& document_;
     link::SerialLink& link_;
-    MessageBoxes& boxes_;
-    TransferControls controls_;
-    QPointer<QWidget> dialogParent_;
-    QString deviceOverride_;
+    PortSettings& ports_;
     bool busy_ = false;
-    std::function<int(int)> portChooser_;
 };
-
-// Routes the window's transfer requests to the controller, and its busy state back to the window.
-void ConnectTransfers(MainWindow& window, TransferController& transfers);
 
 } // namespace zq::ui

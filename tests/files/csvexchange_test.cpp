@@ -57,13 +57,16 @@ struct ImportCase {
     QByteArray csv;
     const char* stored; // the channels in use besides channel 0, which was in use before
     std::vector<Expected> cells;
+    const char* skipped = "";          // the lines of the records found but not stored
+    const char* wrongFieldCounts = ""; // "line:fields" of the record lines without 18 fields
 };
 
 const ImportCase kImports[] = {
     {"ChannelNumbers",
      kHeading + rec("200") + rec("-1") + rec("199.4") + rec("") + rec("2.5") + rec("3.5") + rec(" 9"),
      "2 4 9",
-     {at(2, ColPower, "Hi", 1), at(2, ColBsv, "Off", 1), at(2, ColBlank, "------", 0)}},
+     {at(2, ColPower, "Hi", 1), at(2, ColBsv, "Off", 1), at(2, ColBlank, "------", 0)},
+     "2 3 4 5"},
     {"NumbersAreFormatted",
      rec("1", {{3, "0.5"}, {10, ".25"}}) + rec("3", {{3, "abc"}, {10, "-0.6"}}),
      "1 3",
@@ -83,13 +86,25 @@ const ImportCase kImports[] = {
      rec("1", {{6, "88.5"}, {7, "250.3Hz"}, {8, "23"}}) + rec("2", {{6, "88.6"}}) + rec("3", {{7, ""}}) +
          rec("4", {{8, "024"}}),
      "1",
-     {at(1, ColTxTone, "88.5Hz", 8), at(1, ColRxTone, "250.3Hz", 38), at(1, ColDcs, "023", 0)}},
+     {at(1, ColTxTone, "88.5Hz", 8), at(1, ColRxTone, "250.3Hz", 38), at(1, ColDcs, "023", 0)},
+     "2 3 4"},
     {"ReadingResynchronisesOnTheModelWord",
      "garbage,\"more\"\r\n\r\n\r\n" + rec("1").replace("\r\n", ",\"extra\",\"columns\"\r\n") + "\r\n" +
          "ZQ-318,MEMORY,2,147.0,5KHz,None,88.5,88.5,023,None,0.6,Lo,------,On,Off,Off,BARE,Off\n" +
          rec("3", {{0, "ZQ318"}}) + rec("4", {{1, "memory"}}) + rec("5"),
      "1 2 5",
-     {at(2, ColFrequency, "147.0000", 147), at(2, ColName, "BARE", 1)}},
+     {at(2, ColFrequency, "147.0000", 147), at(2, ColName, "BARE", 1)},
+     "",
+     "4:20"},
+    // A column left out: each record takes the next one's model word as its last field, so the record
+    // after it is lost, and every such line is reported.
+    {"MissingColumn",
+     QByteArray(kHeading).replace("\"ATT\",", "") + rec("1").replace("\"------\",", "") +
+         rec("2").replace("\"------\",", "") + rec("3").replace("\"------\",", "") + rec("4"),
+     "1 3",
+     {at(1, ColBsv, "On", 0), at(1, ColName, "Off", 1)},
+     "",
+     "1:17 2:17 3:17 4:17"},
 };
 
 class CsvImport : public ::testing::TestWithParam<ImportCase> {
@@ -101,10 +116,20 @@ protected:
     Document document;
 };
 
-TEST_P(CsvImport, StoresWhatItCanPlace) {
+TEST_P(CsvImport, StoresWhatItCanPlaceAndReportsTheRest) {
     const ImportCase& c = GetParam();
-    const Result result = files::ImportCsvData(document, c.csv);
+    files::CsvImportReport report;
+    const Result result = files::ImportCsvData(document, c.csv, &report);
     ASSERT_TRUE(result.ok()) << result.detail.toStdString();
+    QStringList skipped, wrongFieldCounts;
+    for (const auto& dropped : report.dropped)
+        skipped.append(QString::number(dropped.line));
+    for (const auto& [line, fields] : report.wrongFieldCounts)
+        wrongFieldCounts.append(QStringLiteral("%1:%2").arg(line).arg(fields));
+    EXPECT_EQ(skipped.join(QLatin1Char(' ')), QLatin1String(c.skipped));
+    EXPECT_EQ(report.recordsDropped, skipped.size());
+    EXPECT_EQ(wrongFieldCounts.join(QLatin1Char(' ')), QLatin1String(c.wrongFieldCounts));
+    EXPECT_EQ(report.recordsStored, QString::fromLatin1(c.stored).split(QLatin1Char(' ')).size());
     EXPECT_EQ(document.memory().text(0, ColName), QStringLiteral("KEEP"));
     const QStringList stored = QString::fromLatin1(c.stored).split(QLatin1Char(' '));
     for (int channel = 1; channel < kChannelCount; ++channel)

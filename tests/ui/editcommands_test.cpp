@@ -61,7 +61,7 @@ protected:
 TEST_P(EditCommand, AsksThenEditsTheCurrentRow) {
     const EditCase& c = GetParam();
     boxes.answers = {c.answer};
-    window->setCurrentMemoryRow(c.gridRow);
+    memoryPage().setCurrentRow(c.gridRow);
     QTest::mouseClick(find<QPushButton>(c.button), Qt::LeftButton);
     ASSERT_EQ(boxes.shown.size(), c.question ? 1 : 0);
     if (c.question) {
@@ -107,22 +107,22 @@ TEST_F(GridButtons, DownStopsAt160AndUpAt1WithTheWholeRowSelectedAndInView) {
     const std::tuple<int, const char*, int> cases[] = {
         {159, "Command4", 160}, {160, "Command4", 160}, {1, "Command5", 1}, {200, "Command5", 199}};
     for (const auto& [from, button, to] : cases) {
-        window->setCurrentMemoryRow(from);
-        window->memoryGrid()->scrollToTop();
+        memoryPage().setCurrentRow(from);
+        memoryPage().grid()->scrollToTop();
         QTest::mouseClick(find<QPushButton>(button), Qt::LeftButton);
-        EXPECT_EQ(window->currentMemoryRow(), to) << from;
-        const QModelIndexList selected = window->memoryGrid()->selectionModel()->selectedRows();
+        EXPECT_EQ(memoryPage().currentRow(), to) << from;
+        const QModelIndexList selected = memoryPage().grid()->selectionModel()->selectedRows();
         ASSERT_EQ(selected.size(), 1);
         EXPECT_EQ(selected[0].row(), to - 1);
-        EXPECT_EQ(window->memoryGrid()->selectionModel()->selectedIndexes().size(), 14);
-        const QRect cell = window->memoryGrid()->visualRect(selected[0]);
-        EXPECT_TRUE(to == from || window->memoryGrid()->viewport()->rect().intersects(cell)) << from;
+        EXPECT_EQ(memoryPage().grid()->selectionModel()->selectedIndexes().size(), 14);
+        const QRect cell = memoryPage().grid()->visualRect(selected[0]);
+        EXPECT_TRUE(to == from || memoryPage().grid()->viewport()->rect().intersects(cell)) << from;
     }
 }
 
-TEST_F(GridButtons, EditModifyOpensTheRowOfTheTabInFrontAndDoubleClickTheRowUnderTheMouse) {
-    window->setCurrentMemoryRow(13);
-    window->setCurrentSpecialRow(2);
+TEST_F(GridButtons, EditModifyOpensTheRowOfTheTabInFrontAndDoubleClickEnterOrF2TheRowOfTheGrid) {
+    memoryPage().setCurrentRow(13);
+    specialGrid()->selectGridRow(2);
     const QList<std::pair<bool, int>> opens[] = {{{false, 1}}, {}, {{true, 12}}}; // per tab; none: disabled
     for (int tab = 0; tab < 3; ++tab) {
         editor.opened.clear();
@@ -131,20 +131,25 @@ TEST_F(GridButtons, EditModifyOpensTheRowOfTheTabInFrontAndDoubleClickTheRowUnde
         for (int frame = 0; frame < 3; ++frame)
             EXPECT_EQ(window->findChild<QWidget*>(QStringLiteral("Frame1_%1").arg(frame))->isEnabled(),
                       frame == tab);
-        window->mnuEditUndo_Click();
+        window->modifySelectedChannel(); // also where the menu entry is greyed
         EXPECT_EQ(editor.opened, opens[tab]) << tab;
     }
-    QTableView* grid = window->memoryGrid();
+    QTableView* grid = memoryPage().grid();
     const QRect cell = grid->visualRect(grid->model()->index(3, 2));
     QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, cell.center());
     QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, cell.center());
-    EXPECT_EQ(window->currentMemoryRow(), 4);
-    EXPECT_EQ(editor.opened, (QList<std::pair<bool, int>>{{true, 12}, {true, 3}}));
+    EXPECT_EQ(memoryPage().currentRow(), 4);
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_F2})
+        QTest::keyClick(grid, key);
+    find<QTabWidget>("TabStrip1")->setCurrentIndex(0);
+    QTest::keyClick(specialGrid(), Qt::Key_F2);
+    EXPECT_EQ(editor.opened, (QList<std::pair<bool, int>>{
+                                 {true, 12}, {true, 3}, {true, 3}, {true, 3}, {true, 3}, {false, 1}}));
 }
 
 TEST_F(GridButtons, GridsHaveTheirHeadings) {
-    const QAbstractItemModel* memory = window->memoryGrid()->model();
-    const QAbstractItemModel* special = window->specialGrid()->model();
+    const QAbstractItemModel* memory = memoryPage().grid()->model();
+    const QAbstractItemModel* special = specialGrid()->model();
     ASSERT_EQ(memory->columnCount(), 14);
     ASSERT_EQ(special->columnCount(), 13);
     QStringList shown; // column headings, then row headings

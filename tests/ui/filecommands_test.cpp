@@ -89,7 +89,7 @@ TEST_P(ExitPrompt, AsksThenWritesThePortFileAndGeometry) {
     boxes.answers = {c.answer};
     dialogs.answers = {path("prompted.318")};
     window->show();
-    window->setPortNumber(7);
+    program->ports().choose(7);
     QSettings geometry(QCoreApplication::organizationName(), model::AppTitle());
     geometry.remove(QStringLiteral("Settings"));
     geometry.sync();
@@ -131,14 +131,14 @@ TEST_F(FileCommands, ExportThenNewThenImportRoundTrip) {
 
     trigger("mnuFileNew"); // nothing changed: no prompt
     EXPECT_EQ(memoryCell(8, 14), QString());
-    window->setCurrentMemoryRow(50);
+    memoryPage().setCurrentRow(50);
     doc().setDataChanged(true);
     trigger("mnuImport");
     EXPECT_EQ(dialogs.asked, QList<FileRequest>({{FileRequest::Kind::Save, kCsvFilter},
                                                  {FileRequest::Kind::Open, kCsvFilter}}));
     EXPECT_TRUE(boxes.shown.isEmpty()); // no prompt before an import either
     EXPECT_EQ(memoryCell(8, 14), QStringLiteral("SEVEN"));
-    EXPECT_EQ(window->currentMemoryRow(), 1);
+    EXPECT_EQ(memoryPage().currentRow(), 1);
     EXPECT_TRUE(doc().CurrentFilePath().isEmpty());
     EXPECT_FALSE(doc().DataChanged());
 }

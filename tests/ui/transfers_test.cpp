@@ -1,14 +1,15 @@
 // The window's transfer buttons, menus and port dialog against a virtual radio on a pseudo-terminal.
-#include "link/seriallink.h"
 #include "model/tables.h"
 #include "radio/virtualradio.h"
-#include "ui/transfercontroller.h"
+#include "ui/pagestrip.h"
 #include "windowfixture.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QLineEdit>
 #include <QProgressBar>
-#include <QTabWidget>
+#include <QRadioButton>
+#include <QTimer>
 
 namespace zq::ui::test {
 namespace {
@@ -19,10 +20,7 @@ protected:
         WindowFixture::SetUp();
         ASSERT_TRUE(load().ok());
         ASSERT_TRUE(radio.open().ok());
-        controller = std::make_unique<TransferController>(doc(), link, boxes, window->transferControls(),
-                                                          window.get());
-        ConnectTransfers(*window, *controller);
-        controller->setDeviceOverride(radio.devicePath());
+        program->ports().setDeviceOverride(radio.devicePath());
     }
     // A button on a tab that is not in front is disabled with its frame, not by itself.
     bool explicitlyDisabled(const char* name) {
@@ -38,21 +36,19 @@ protected:
     // Brings the button's tab to the front and clicks it.
     void click(const char* name) {
         auto* button = find<QAbstractButton>(name);
-        auto* tabs = find<QTabWidget>("TabStrip1");
-        for (int i = 0; i < tabs->count(); ++i)
-            if (tabs->widget(i)->isAncestorOf(button)) tabs->setCurrentIndex(i);
+        for (int i = 0; i < window->pages().count(); ++i)
+            if (window->pages().widget(i)->isAncestorOf(button)) window->pages().setCurrentIndex(i);
         button->click();
     }
+    void trigger(const char* menuEntry) { find<QAction>(menuEntry)->trigger(); }
 
     radio::VirtualRadio radio;
-    link::SerialLink link;
-    std::unique_ptr<TransferController> controller;
 };
 
 TEST_F(WindowTransfers, AutoSelectAndReadSettingsFillTheWindowThatStaysOpenMeanwhile) {
     window->show();
     bool closedDuring = false;
-    QObject::connect(&radio, &radio::VirtualRadio::commandReceived, window.get(),
+    QObject::connect(&radio, &radio::VirtualRadio::commandReceived, window,
                      [&] { closedDuring = closedDuring || window->close(); });
     radio.setModelCode(radio::kModelCodeE);
     ASSERT_TRUE(radio.setBlockHex(0x00E0, QStringLiteral("A50000010C0C03000000000000000000")));
@@ -66,17 +62,16 @@ TEST_F(WindowTransfers, AutoSelectAndReadSettingsFillTheWindowThatStaysOpenMeanw
     EXPECT_EQ(find<QLineEdit>("txtDial_3")->text(), QStringLiteral("123#"));
     expectIdle();
 
-    auto* tabs = find<QTabWidget>("TabStrip1");
-    tabs->setCurrentIndex(2);
-    Q_EMIT window->transferRequested(TransferCommand::MenuReadSettings); // from the memory page
-    EXPECT_EQ(tabs->currentIndex(), 0);
+    window->pages().setCurrentIndex(PageStrip::Memory);
+    trigger("mnuReSet"); // from the memory page
+    EXPECT_EQ(window->pages().currentIndex(), PageStrip::Settings1);
     EXPECT_TRUE(boxes.shown.isEmpty());
     EXPECT_FALSE(closedDuring);
     EXPECT_TRUE(window->isVisible());
 }
 
 TEST_F(WindowTransfers, FailuresShowTheirBox) {
-    controller->setDeviceOverride(temp.filePath(QStringLiteral("no-such-device")));
+    program->ports().setDeviceOverride(temp.filePath(QStringLiteral("no-such-device")));
     for (const char* button : {"cmbRxData", "cmbRxData1", "cmdAuto", "cmbTxData1", "cmbTxData"}) {
         boxes.shown.clear();
         click(button);
@@ -87,7 +82,7 @@ TEST_F(WindowTransfers, FailuresShowTheirBox) {
     EXPECT_TRUE(explicitlyDisabled("cmbTxData"));
     EXPECT_FALSE(explicitlyDisabled("cmdAuto"));
 
-    controller->setDeviceOverride(radio.devicePath());
+    program->ports().setDeviceOverride(radio.devicePath());
     radio.addFault(radio::ParseFault(QStringLiteral("timeout@model")).value());
     boxes.shown.clear();
     click("cmbTxData1");
@@ -95,14 +90,45 @@ TEST_F(WindowTransfers, FailuresShowTheirBox) {
     expectIdle();
 }
 
-TEST_F(WindowTransfers, PortSetupStoresTheChosenNumber) {
-    controller->setPortChooser(
-        [](int current) { return current == 1 ? 14 : 0; }); // 14 only if offered port 1
-    link.setPortName(radio.devicePath());
-    ASSERT_TRUE(link.open().ok());
-    Q_EMIT window->transferRequested(TransferCommand::PortSetup);
-    EXPECT_FALSE(link.isOpen()); // closed so that the next transfer opens the new port
-    EXPECT_EQ(window->portNumber(), 14);
+// "All" from the memory page: the settings page comes to the front for the first session, which fails;
+// the memory page for the second, which runs to its end command all the same.
+TEST_F(WindowTransfers, AllRunsSettingsThenMemoryEachOnItsPageEvenAfterAFailure) {
+    const std::pair<const char*, const char*> menus[] = {{"mnuReAll", "ng@00E0"}, {"mnuWrAll", "ng@model"}};
+    for (const auto& [entry, fault] : menus) {
+        SCOPED_TRACE(entry);
+        boxes.shown.clear();
+        window->pages().setCurrentIndex(PageStrip::Memory);
+        QSignalSpy switched(&window->pages(), &PageStrip::pageSwitched);
+        const qsizetype before = radio.commands().size();
+        radio.addFault(radio::ParseFault(QLatin1String(fault)).value());
+        trigger(entry);
+        ASSERT_EQ(switched.count(), 2);
+        EXPECT_EQ(switched[0][0].toInt(), PageStrip::Settings1);
+        EXPECT_EQ(switched[1][0].toInt(), PageStrip::Memory);
+        EXPECT_EQ(boxes.shown, QVector<MessageRequest>{ErrorBox(QStringLiteral("Communication Error"))});
+        EXPECT_GT(radio.commands().size() - before, 2 * model::kChannelCount); // every channel's two blocks
+        EXPECT_EQ(radio.commands().last(), QStringLiteral("KV~E"));
+        expectIdle();
+    }
+}
+
+TEST_F(WindowTransfers, PortSetupClosesThePortAndTheNextTransferOpensTheChosenOne) {
+    click("cmdAuto"); // the port is open now
+    ASSERT_TRUE(boxes.shown.isEmpty());
+    QTimer::singleShot(0, [] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        ASSERT_NE(dialog, nullptr);
+        EXPECT_EQ(dialog->objectName(), QStringLiteral("dlgCOM"));
+        EXPECT_TRUE(dialog->findChild<QRadioButton*>(QStringLiteral("opbCom_0"))->isChecked());
+        dialog->findChild<QRadioButton*>(QStringLiteral("opbCom_13"))->click();
+        dialog->findChild<QAbstractButton*>(QStringLiteral("OKButton"))->click();
+    });
+    trigger("mnuToolsOptions");
+    EXPECT_EQ(program->ports().number(), 14);
+    const qsizetype before = radio.commands().size();
+    click("cmdAuto"); // whatever COM14 is here, it is not the radio
+    EXPECT_EQ(boxes.shown.size(), 1);
+    EXPECT_EQ(radio.commands().size(), before);
 }
 
 } // namespace

@@ -1,13 +1,16 @@
 #pragma once
-// A main window with scripted boxes and dialogs, a port file in a temporary folder and no pause.
+// The program with scripted boxes and dialogs, a port file in a temporary folder and no pause.
+#include "ui/channelgridview.h"
 #include "ui/filedialogs.h"
-#include "ui/mainwindow.h"
+#include "ui/functionsettingspage.h"
+#include "ui/memorypage.h"
 #include "ui/messageboxes.h"
+#include "ui/program.h"
+#include "ui/stringtable.h"
 
 #include <QDir>
 #include <QFile>
 #include <QSignalSpy>
-#include <QTableView>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -35,19 +38,21 @@ inline QByteArray ReadFile(const QString& path) {
 class WindowFixture : public ::testing::Test {
 protected:
     explicit WindowFixture(Language language = Language::English)
-        : strings(language), window(std::make_unique<MainWindow>(boxes, dialogs, strings)),
-          fatalSpy(window.get(), &MainWindow::fatalError) {
+        : strings(language), program(std::make_unique<Program>(boxes, dialogs, strings)),
+          window(&program->window()), fatalSpy(program.get(), &Program::fatalError) {
         window->setChannelEditor(&editor);
     }
     void SetUp() override { ASSERT_TRUE(temp.isValid()); }
-    void TearDown() override { window->document().setDataChanged(false); } // no prompt on the way out
+    void TearDown() override { doc().setDataChanged(false); } // no prompt on the way out
 
     model::Result load(const QString& file = QString()) {
-        return window->load(LoadOptions{file, portFile(), 0});
+        return program->load(LoadOptions{file, portFile(), 0});
     }
     QString portFile() const { return temp.filePath(QStringLiteral("ZQ-318.ini")); }
     QString path(const char* name) const { return temp.filePath(QLatin1String(name)); }
-    model::Document& doc() { return window->document(); }
+    model::Document& doc() { return program->document(); }
+    MemoryPage& memoryPage() { return window->memoryPage(); }
+    ChannelGridView* specialGrid() { return window->functionPage().specialGrid(); }
     // A copy of the demonstration file, with another header line and a broken end line if asked.
     QString demoCopy(const char* name, const QString& header = QString(), bool breakEnd = false) {
         QByteArray demo = ReadFile(QStringLiteral(ZQ_EXAMPLES_DIR "/demo.318"));
@@ -64,7 +69,7 @@ protected:
     }
     // Grid rows and columns count from 1, as the window numbers them.
     QString memoryCell(int gridRow, int gridColumn) {
-        return window->memoryGrid()->model()->index(gridRow - 1, gridColumn - 1).data().toString();
+        return memoryPage().grid()->model()->index(gridRow - 1, gridColumn - 1).data().toString();
     }
 
     QTemporaryDir temp;
@@ -72,7 +77,8 @@ protected:
     ScriptedMessageBoxes boxes;
     ScriptedFileDialogs dialogs;
     RecordingEditor editor;
-    std::unique_ptr<MainWindow> window;
+    std::unique_ptr<Program> program;
+    MainWindow* window;
     QSignalSpy fatalSpy;
 };
 

@@ -1,6 +1,7 @@
 // Both settings pages over one document, shown side by side and driven through their widgets.
 #include "model/document.h"
-#include "ui/settingspages.h"
+#include "ui/dtmfsettingspage.h"
+#include "ui/functionsettingspage.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -24,8 +25,8 @@ class Pages : public ::testing::Test {
 protected:
     Pages() {
         auto* row = new QHBoxLayout(&host);
-        row->addWidget(new zq::ui::SettingsPage1(doc, &host));
-        row->addWidget(page2 = new zq::ui::SettingsPage2(doc, &host));
+        row->addWidget(new zq::ui::FunctionSettingsPage(doc, &host));
+        row->addWidget(page2 = new zq::ui::DtmfSettingsPage(doc, &host));
         host.show();
         host.activateWindow();
         (void)QTest::qWaitForWindowExposed(&host);
@@ -54,7 +55,7 @@ protected:
     }
     Document doc;
     QWidget host;
-    zq::ui::SettingsPage2* page2 = nullptr;
+    zq::ui::DtmfSettingsPage* page2 = nullptr;
 };
 
 TEST_F(Pages, AppliedBlockShowsInEveryControl) {
@@ -178,7 +179,7 @@ TEST_F(Pages, ListsCaptionsAndTheWriteButtonOfThePage) {
     EXPECT_EQ(find<QRadioButton>("opbModel_2")->text(), "ZQ-318 TFH");
 
     // The other transfer buttons are driven through the main window.
-    QSignalSpy writes(page2, &zq::ui::SettingsPage2::writeSettingsRequested);
+    QSignalSpy writes(page2, &zq::ui::DtmfSettingsPage::writeSettingsRequested);
     click("cmbTxData2");
     EXPECT_EQ(writes.count(), 1);
 }

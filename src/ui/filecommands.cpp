@@ -1,0 +1,84 @@
+#include "filecommands.h"
+
+#include "filedialogs.h"
+#include "files/clonefile.h"
+#include "files/csvexchange.h"
+#include "messageboxes.h"
+#include "model/document.h"
+
+namespace zq::ui {
+
+using model::Outcome;
+using model::Result;
+
+FileCommands::FileCommands(model::Document& document, MessageBoxes& boxes, FileDialogs& dialogs,
+                           QObject* parent)
+    : QObject(parent), document_(document), boxes_(boxes), dialogs_(dialogs) {}
+
+bool FileCommands::mayClose() {
+    if (!files::NeedsSavePrompt(document_)) return true;
+    switch (boxes_.show(SaveChangesBox())) {
+    case MessageAnswer::Cancel:
+        return false;
+    case MessageAnswer::Yes:
+        save();
+        return true;
+    default:
+        return true;
+    }
+}
+
+void FileCommands::writeCloneFile(const QString& path) {
+    ShowFailure(boxes_, files::SaveCloneFile(document_, path));
+}
+
+void FileCommands::newFile() {
+    if (!mayClose()) return;
+    files::NewDocument(document_);
+    document_.setDataChanged(false);
+}
+
+void FileCommands::open() {
+    if (!mayClose()) return;
+    const QString path = dialogs_.choose({FileRequest::Kind::Open, CloneFileFilter()});
+    if (path.isEmpty()) return;
+    ShowFailure(boxes_, files::OpenCloneFile(document_, path));
+}
+
+void FileCommands::save() {
+    QString path = document_.CurrentFilePath();
+    if (path.isEmpty()) {
+        path = dialogs_.choose({FileRequest::Kind::Save, CloneFileFilter()});
+        if (path.isEmpty()) return;
+    }
+    writeCloneFile(path);
+}
+
+void FileCommands::saveAs() {
+    const QString path = dialogs_.choose({FileRequest::Kind::Save, CloneFileFilter()});
+    if (path.isEmpty()) return;
+    writeCloneFile(path);
+}
+
+void FileCommands::importCsv() {
+    const QString path = dialogs_.choose({FileRequest::Kind::Open, CsvFileFilter()});
+    if (path.isEmpty()) {
+        Q_EMIT fatal(Result::fail(Outcome::Fatal, QStringLiteral("Cancel was selected.")));
+        return;
+    }
+    const Result result = files::ImportCsv(document_, path);
+    if (!result.ok()) {
+        Q_EMIT fatal(result.outcome == Outcome::Fatal ? result
+                                                      : Result::fail(Outcome::Fatal, result.message()));
+        return;
+    }
+    Q_EMIT imported();
+}
+
+void FileCommands::exportCsv() {
+    const QString path = dialogs_.choose({FileRequest::Kind::Save, CsvFileFilter()});
+    if (path.isEmpty()) return;
+    ShowFailure(boxes_, files::ExportCsv(document_, path));
+}
+
+} // namespace zq::ui

@@ -1,0 +1,49 @@
+#pragma once
+// The File menu's commands on the document: New, Open, Save, Save As, the CSV import and export,
+// and the unsaved-changes prompt that New, Open and closing the window ask first.
+#include "model/outcome.h"
+
+#include <QObject>
+
+namespace zq::model {
+class Document;
+}
+
+namespace zq::ui {
+
+class FileDialogs;
+class MessageBoxes;
+
+class FileCommands : public QObject {
+    Q_OBJECT
+public:
+    FileCommands(model::Document& document, MessageBoxes& boxes, FileDialogs& dialogs,
+                 QObject* parent = nullptr);
+
+    // The unsaved-changes prompt: false when the user cancels. Yes saves first and goes on
+    // whatever the save's outcome, a cancelled file dialog included.
+    bool mayClose();
+
+public Q_SLOTS:
+    void newFile();
+    void open();
+    void save();
+    void saveAs();
+    void importCsv();
+    void exportCsv();
+
+Q_SIGNALS:
+    // The CSV import has no trap: any failure, a cancelled dialog included, ends the program.
+    void fatal(const zq::model::Result& result);
+    // A CSV import replaced the channels.
+    void imported();
+
+private:
+    void writeCloneFile(const QString& path);
+
+    model::Document& document_;
+    MessageBoxes& boxes_;
+    FileDialogs& dialogs_;
+};
+
+} // namespace zq::ui

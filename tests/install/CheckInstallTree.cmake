@@ -1,0 +1,21 @@
+# Installs the build into a scratch tree under the prefix /usr and compares the files there with the
+# expected list. -D BUILD_DIR, EXPECTED, WORK.
+file(REMOVE_RECURSE ${WORK})
+execute_process(COMMAND ${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${WORK}/usr
+                OUTPUT_QUIET RESULT_VARIABLE status)
+if(NOT status EQUAL 0)
+  message(FATAL_ERROR "cmake --install failed: ${status}")
+endif()
+file(GLOB_RECURSE installed RELATIVE ${WORK} ${WORK}/*)
+list(SORT installed)
+file(STRINGS ${EXPECTED} expected)
+list(SORT expected)
+if(NOT installed STREQUAL expected)
+  set(missing ${expected})
+  list(REMOVE_ITEM missing ${installed})
+  set(extra ${installed})
+  list(REMOVE_ITEM extra ${expected})
+  message(FATAL_ERROR "installed tree differs from ${EXPECTED}\nmissing: ${missing}\nunexpected: ${extra}")
+endif()
+list(LENGTH installed count)
+message(STATUS "${count} files as expected")
