@@ -103,7 +103,6 @@ std::optional<Row> convertRecord(const QStringList& f) {
     const QString name = f[13].left(kNameLength);
     row[ColName] = {name, name.isEmpty() ? 0.0 : 1.0};
     row[ColSkip] = {QString(), f[14] == QLatin1String("On") ? 1.0 : 0.0};
-    if (row[ColSkip].number == 1) row[ColFrequency].text.append(QLatin1Char('*'));
     return row;
 }
 
@@ -165,6 +164,10 @@ public:
             } else {
                 for (int column = 0; column < model::kMemoryColumns; ++column)
                     memory_.set(row, column, (*cells)[column]);
+                // A skipped channel's frequency is starred; the special rows have no skip.
+                if ((*cells)[model::ColSkip].number == 1)
+                    memory_.setText(row, model::ColFrequency,
+                                    (*cells)[model::ColFrequency].text + QLatin1Char('*'));
                 memory_.setChannelInUse(row, true);
             }
         }

@@ -6,6 +6,7 @@
 #include <QEventLoop>
 #include <QSerialPort>
 #include <QTimer>
+#include <algorithm>
 
 #include <cerrno>
 
@@ -225,6 +226,8 @@ QString SerialLink::Collect(const QString& command, int timeoutMs,
 void SerialLink::Wait(int ms) {
     if (ms <= 0) return;
     notify(LinkEvent::Kind::Paused, QString(), ms);
+    ms = std::min(ms, pauseLimitMs_);
+    if (ms <= 0) return;
     QEventLoop loop;
     RunUntil(loop, QDeadlineTimer(ms, Qt::PreciseTimer));
 }

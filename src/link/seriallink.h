@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QString>
 #include <functional>
+#include <limits>
 
 class QIODevice;
 class QSerialPort;
@@ -57,6 +58,9 @@ public:
     void setObserver(LinkObserver observer) { observer_ = std::move(observer); }
     // The reply time-out; shortened only by fuzz targets, which would otherwise wait for real.
     void setReplyTimeoutMs(int ms) { replyTimeoutMs_ = ms; }
+    // Pauses last at most this long (0: none); the observer still sees the pause asked for. For the
+    // fuzz targets, which would otherwise spend seconds per memory transfer pausing.
+    void setPauseLimitMs(int ms) { pauseLimitMs_ = ms; }
 
     // 9600 baud, 8 data bits, no parity, one stop bit, no flow control, DTR and RTS raised.
     zq::model::Result open();
@@ -94,6 +98,7 @@ private:
     QString device_; // as given: QSerialPort keeps only the name under /dev
     LinkObserver observer_;
     int replyTimeoutMs_ = kReplyTimeoutMs;
+    int pauseLimitMs_ = std::numeric_limits<int>::max();
 };
 
 } // namespace zq::link

@@ -4,6 +4,8 @@
 #include "numeric.h"
 #include "tables.h"
 
+#include <algorithm>
+
 namespace zq::model {
 
 QString CodecErrorText(CodecError error) {
@@ -160,7 +162,10 @@ template <class Table> QString encodeBytes1To15(const Table& table, int row) {
     out += HexByte(table.number(row, ColTone));
     out += HexByte(table.number(row, ColStep));
     for (int column : {int(ColFrequency), int(ColOffset)}) {
-        const QString f = FormatZeroPadded(table.number(row, column)); // "0145.0000"
+        // Four digit bytes hold 0 to 9999.9999; a number beyond (a foreign file's "-" among the
+        // digits, a CSV field) is written as the nearer end, so that the record stays hexadecimal.
+        const double value = std::clamp(table.number(row, column), 0.0, 9999.9999);
+        const QString f = FormatZeroPadded(value); // "0145.0000"
         out += pad2(f.mid(0, 2)) + pad2(f.mid(2, 2)) + pad2(f.mid(5, 2)) + pad2(f.mid(7, 2));
     }
     const QString dcs = HexByte(table.number(row, ColDcs));

@@ -148,7 +148,7 @@ INSTANTIATE_TEST_SUITE_P(Cases, CsvImport, ::testing::ValuesIn(kImports),
                          [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(CsvImport, SpecialRowsTakeThirteenColumnsAndRptLosesItsTexts) {
-    ASSERT_TRUE(files::ImportCsvData(document, rec("VFO", {{1, "VFO"}, {3, "144.3900"}}) +
+    ASSERT_TRUE(files::ImportCsvData(document, rec("VFO", {{1, "VFO"}, {3, "144.3900"}, {17, "On"}}) +
                                                    rec("RPT", {{1, "VFO"}, {3, "146.0"}, {5, "TSQ"}}) +
                                                    rec("vfo", {{1, "VFO"}}))
                     .ok());

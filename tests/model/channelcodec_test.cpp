@@ -116,3 +116,28 @@ TEST(ChannelCodec, IndicesBeyondTheTablesStopTheDecode) {
     EXPECT_EQ(memory.text(1, ColFrequency), QStringLiteral("145.0000"));
     EXPECT_EQ(memory.text(1, ColName), QStringLiteral("OLD"));
 }
+
+TEST(ChannelCodec, NumbersBeyondFourDigitBytesAreWrittenAsTheNearerEnd) {
+    // frequency and offset, then the eight digits each is written as
+    const std::tuple<double, const char*> cases[] = {
+        {145.5, "01455000"},   {0.6, "00006000"},        {-14.694, "00000000"},
+        {10000.0, "99999999"}, {9999.99996, "99999999"}, {1e300, "99999999"},
+    };
+    for (const auto& [number, digits] : cases) {
+        MemoryTable memory;
+        memory.set(0, ColFrequency, QString(), number);
+        memory.set(0, ColOffset, QString(), number);
+        const QString first = EncodeChannelFirstHalf(memory, 0);
+        EXPECT_EQ(first.mid(8, 8), QLatin1String(digits)) << number;
+        EXPECT_EQ(first.mid(16, 8), QLatin1String(digits)) << number;
+    }
+    // A "-" among a record's frequency digits reads as a negative number; written back, the record is
+    // hexadecimal again and keeps its bytes from then on.
+    MemoryTable memory;
+    DecodeChannelRecord(memory, record("80 01 01 00 0- 14 69 40 00 06 00 00 08"), 0);
+    EXPECT_LT(memory.number(0, ColFrequency), 0);
+    const QString written = EncodeChannelFirstHalf(memory, 0);
+    EXPECT_EQ(written.mid(8, 8), QLatin1String("00000000"));
+    DecodeChannelRecord(memory, written + EncodeChannelSecondHalf(memory, 0), 0);
+    EXPECT_EQ(EncodeChannelFirstHalf(memory, 0), written);
+}
