@@ -55,8 +55,9 @@ public:
     void setTransport(QIODevice* device);
     // Sees every event on the link; empty to stop.
     void setObserver(LinkObserver observer) { observer_ = std::move(observer); }
-    // The reply time-out; shortened only by fuzz targets, which would otherwise wait for real.
+    // The reply time-out; shortened only by fuzz targets and tests, which would otherwise wait for real.
     void setReplyTimeoutMs(int ms) { replyTimeoutMs_ = ms; }
+    int replyTimeoutMs() const { return replyTimeoutMs_; }
 
     // 9600 baud, 8 data bits, no parity, one stop bit, no flow control, DTR and RTS raised.
     zq::model::Result open();
