@@ -88,7 +88,6 @@ TEST_P(CliFaults, ReportsStopsAndKeepsFiles) {
     const Row& row = GetParam();
     zq::radio::VirtualRadio radio;
     ASSERT_TRUE(radio.open().ok());
-    const QString device = radio.devicePath();
     QTemporaryDir dir;
     const QString output = dir.filePath(QStringLiteral("out.318"));
     {
@@ -97,6 +96,7 @@ TEST_P(CliFaults, ReportsStopsAndKeepsFiles) {
         existing.write(kPrevious);
     }
     if (!IsWrite(row.transfer)) LoadExample(radio);
+    const QString device = PortFor(row, radio, dir.path());
 
     // A read detects the radio first, a session of its own: the fault waits for the read's first command.
     const int prelude = IsRead(row.transfer) && row.fault != Fault::PortGone ? 3 : 0;

@@ -9,6 +9,7 @@
 #include "radio/radioimage.h"
 #include "radio/virtualradio.h"
 
+#include <QFile>
 #include <map>
 #include <ostream>
 
@@ -284,7 +285,19 @@ QString ExpectedDetail(const Row& row, const QString& device, int replyTimeoutMs
 void Inject(const Row& row, zq::radio::VirtualRadio& radio) {
     if (!row.option.isEmpty()) radio.addFault(zq::radio::ParseFault(row.option).value());
     if (row.fault == Fault::UnknownModel) radio.setModelCode(0x34);
-    if (row.fault == Fault::PortGone) radio.hangUp();
+}
+
+QString PortFor(const Row& row, zq::radio::VirtualRadio& radio, const QString& folder) {
+    const QString link = folder + QStringLiteral("/ttyZQ318");
+    QFile::link(radio.devicePath(), link);
+    if (row.fault == Fault::PortGone) {
+        radio.hangUp();
+        QFile::remove(link);
+    } else if (row.fault == Fault::Hangup) {
+        QObject::connect(&radio, &zq::radio::VirtualRadio::commandReceived, &radio,
+                         [link] { QFile::remove(link); });
+    }
+    return link;
 }
 
 QString ExampleFile() {

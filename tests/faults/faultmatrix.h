@@ -64,8 +64,13 @@ inline bool IsWrite(Transfer transfer) {
 // The row's detail with the device and the time-out filled in.
 QString ExpectedDetail(const Row& row, const QString& device, int replyTimeoutMs);
 
-// Makes the radio spoil what the row says: a fault, an unknown model code, or the port gone.
+// Makes the radio spoil what the row says: a fault or an unknown model code.
 void Inject(const Row& row, zq::radio::VirtualRadio& radio);
+// The device a front end is to open: a link in `folder` to the radio's. A port that has gone has its link
+// removed with the radio hung up before the transfer; one that hangs up loses its link once the transfer
+// has it open. (The radio's own name would not do: a test running beside this one may be given the same
+// pseudo-terminal once this radio has let it go.)
+QString PortFor(const Row& row, zq::radio::VirtualRadio& radio, const QString& folder);
 
 // A radio or a document holding the example clone file, variant T, clone code 0.
 QString ExampleFile();

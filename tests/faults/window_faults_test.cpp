@@ -9,6 +9,7 @@
 
 #include <QAbstractButton>
 #include <QElapsedTimer>
+#include <QGuiApplication>
 #include <QProgressBar>
 
 namespace faultmatrix {
@@ -57,6 +58,7 @@ protected:
         if (row.transfer == Transfer::AutoSelect) doc().setModelVariant(zq::model::VariantA); // so it shows
         before.replaceContents(doc().contents());
         Inject(row, radio);
+        program->ports().setDeviceOverride(PortFor(row, radio, temp.path()));
     }
     // The buttons and the progress after the transfer: all enabled and hidden, except that Write Memory
     // has no trap for a port that will not open, which leaves its two buttons disabled.
@@ -70,6 +72,7 @@ protected:
         if (!stuck) {
             EXPECT_EQ(window->progressBar()->value(), 0);
         }
+        EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr); // the hourglass is gone
     }
     void expectStores(const Row& row) {
         if (IsWrite(row.transfer)) {
