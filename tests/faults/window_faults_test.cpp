@@ -32,7 +32,6 @@ protected:
     void SetUp() override {
         WindowFixture::SetUp();
         ASSERT_TRUE(radio.open().ok());
-        program->ports().setDeviceOverride(radio.devicePath());
         program->link().setReplyTimeoutMs(kReplyTimeoutMs);
     }
     // A button on a tab that is not in front is disabled with its frame, not by itself.
