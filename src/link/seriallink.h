@@ -56,8 +56,9 @@ public:
     void setTransport(QIODevice* device);
     // Sees every event on the link; empty to stop.
     void setObserver(LinkObserver observer) { observer_ = std::move(observer); }
-    // The reply time-out; shortened only by fuzz targets, which would otherwise wait for real.
+    // The reply time-out; shortened only by fuzz targets and tests, which would otherwise wait for real.
     void setReplyTimeoutMs(int ms) { replyTimeoutMs_ = ms; }
+    int replyTimeoutMs() const { return replyTimeoutMs_; }
     // Pauses last at most this long (0: none); the observer still sees the pause asked for. For the
     // fuzz targets, which would otherwise spend seconds per memory transfer pausing.
     void setPauseLimitMs(int ms) { pauseLimitMs_ = ms; }

@@ -45,7 +45,7 @@ Result Mismatch(const SerialLink& link, const QString& label, const QString& rep
     if (reply == kTimeoutMarker)
         return Result::fail(
             Outcome::CommunicationError,
-            QStringLiteral("no reply to %1%2 within %3 ms").arg(label, On(link)).arg(kReplyTimeoutMs));
+            QStringLiteral("no reply to %1%2 within %3 ms").arg(label, On(link)).arg(link.replyTimeoutMs()));
     if (reply.size() != expectedLength)
         return Result::fail(Outcome::CommunicationError,
                             QStringLiteral("reply to %1%2 has %3 characters, not %4")

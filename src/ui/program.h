@@ -39,6 +39,7 @@ public:
 
     model::Document& document() { return document_; }
     PortSettings& ports() { return ports_; }
+    link::SerialLink& link() { return link_; }
     TransferController& transfers() { return transfers_; }
     MainWindow& window() { return window_; }
     qint64 msToShownWindow() const { return msToShown_; }
