@@ -11,6 +11,7 @@
 #include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QProgressBar>
+#include <algorithm>
 
 namespace faultmatrix {
 namespace {
@@ -57,7 +58,12 @@ protected:
         if (row.transfer == Transfer::AutoSelect) doc().setModelVariant(zq::model::VariantA); // so it shows
         before.replaceContents(doc().contents());
         Inject(row, radio);
-        program->ports().setDeviceOverride(PortFor(row, radio, temp.path()));
+        device = PortFor(row, radio, temp.path());
+        program->ports().setDeviceOverride(device);
+    }
+    // The box a failed row shows: the message, and under it the link's detail naming the device.
+    MessageRequest failureBox(const Row& row) const {
+        return ErrorBox(BoxText(row.outcome), ExpectedDetail(row, device, kReplyTimeoutMs));
     }
     // The buttons and the progress after the transfer: all enabled and hidden, except that Write Memory
     // has no trap for a port that will not open, which leaves its two buttons disabled.
@@ -93,6 +99,7 @@ protected:
 
     zq::radio::VirtualRadio radio;
     zq::model::Document before;
+    QString device;
 };
 
 const char* ButtonOf(Transfer transfer) {
@@ -124,7 +131,7 @@ TEST_P(ButtonFaults, ReportsStopsAndRestores) {
     const qint64 elapsed = clock.elapsed();
 
     QVector<MessageRequest> boxesExpected;
-    if (row.outcome != Outcome::Done) boxesExpected << ErrorBox(BoxText(row.outcome));
+    if (row.outcome != Outcome::Done) boxesExpected << failureBox(row);
     EXPECT_EQ(boxes.shown, boxesExpected);
     const QString last = radio.commands().isEmpty() ? QString() : radio.commands().last();
     EXPECT_EQ(last.left(row.stop.size()).toStdString(), row.stop.toStdString());
@@ -161,8 +168,16 @@ TEST_P(AllFaults, SecondSessionRunsAfterTheFirstFails) {
     // A hang-up or a vanished port leaves no device for the second session to open.
     const bool gone = row.fault == Fault::Hangup || row.fault == Fault::PortGone;
     QVector<MessageRequest> boxesExpected;
-    if (row.outcome != Outcome::Done) boxesExpected << ErrorBox(BoxText(row.outcome));
-    if (gone) boxesExpected << ErrorBox(QStringLiteral("COM Port Error"));
+    if (row.outcome != Outcome::Done) boxesExpected << failureBox(row);
+    if (gone) { // the memory session cannot open the port any more
+        const std::vector<Row> open =
+            RowsOf(write ? Transfer::WriteMemory : Transfer::ReadMemory, {Step::Open});
+        const auto portGone = std::find_if(open.begin(), open.end(), [](const Row& candidate) {
+            return candidate.fault == Fault::PortGone;
+        });
+        ASSERT_NE(portGone, open.end());
+        boxesExpected << failureBox(*portGone);
+    }
     EXPECT_EQ(boxes.shown, boxesExpected);
     EXPECT_EQ(window->pages().currentIndex(), PageStrip::Memory);
     EXPECT_EQ(EndCommands(radio), (row.endSent ? 1 : 0) + (gone ? 0 : 1));
