@@ -22,8 +22,13 @@ void TransferController::choosePort(int number) {
     ports_.choose(number);
 }
 
+void TransferController::stop() {
+    stopped_ = true;
+    link_.abort();
+}
+
 bool TransferController::runSession(TransferKind kind, const std::function<void()>& session) {
-    if (busy_) return false;
+    if (busy_ || stopped_) return false;
     busy_ = true;
     Q_EMIT started(kind);
     // Listing the system's ports takes a while: it happens under the hourglass.
@@ -36,6 +41,7 @@ bool TransferController::runSession(TransferKind kind, const std::function<void(
 
 // A port that cannot be opened (a failure outside any exchange) shows "COM Port Error" too.
 void TransferController::reportFailure(const Result& result) {
+    if (stopped_) return; // the failure is the stop itself
     if (result.outcome == Outcome::Fatal)
         Q_EMIT failed(Result::fail(Outcome::ComPortError).message());
     else if (result.outcome == Outcome::CommunicationError || result.outcome == Outcome::ComPortError)
@@ -111,7 +117,7 @@ void TransferController::writeAll() {
 
 bool TransferController::runService(const std::function<Result(link::SerialLink&)>& read) {
     return runSession(TransferKind::Service, [&] {
-        if (!read(link_).ok()) Q_EMIT failed(Result::fail(Outcome::ComPortError).message());
+        if (!read(link_).ok() && !stopped_) Q_EMIT failed(Result::fail(Outcome::ComPortError).message());
     });
 }
 

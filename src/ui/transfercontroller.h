@@ -37,6 +37,10 @@ public:
     // Runs a service read with the link to itself; any failure is the port's ("COM Port Error").
     // False, and nothing run, while another session runs.
     bool runService(const std::function<model::Result(link::SerialLink&)>& read);
+    // The program is ending: the session under way stops at once without a failure box, and no
+    // session starts any more.
+    void stop();
+    bool stopped() const { return stopped_; }
 
 public Q_SLOTS:
     void readMemory();    // "Read Memory"
@@ -77,6 +81,7 @@ private:
     link::SerialLink& link_;
     PortSettings& ports_;
     bool busy_ = false;
+    bool stopped_ = false;
 };
 
 } // namespace zq::ui
