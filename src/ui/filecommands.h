@@ -21,8 +21,9 @@ public:
                  QObject* parent = nullptr);
 
     // The unsaved-changes prompt: false when the user cancels. Yes saves first and goes on
-    // whatever the save's outcome, a cancelled file dialog included.
-    bool mayClose();
+    // whatever the save's outcome, a cancelled file dialog included; `saveWanted` tells whether
+    // Yes was the answer.
+    bool mayClose(bool* saveWanted = nullptr);
 
 public Q_SLOTS:
     void newFile();
@@ -33,7 +34,8 @@ public Q_SLOTS:
     void exportCsv();
 
 Q_SIGNALS:
-    // The CSV import has no trap: any failure, a cancelled dialog included, ends the program.
+    // The CSV import has no trap: any failure, a cancelled dialog included, ends the program. A file
+    // too large to be a channel list is refused unread with "Data Error" instead.
     void fatal(const zq::model::Result& result);
     // A CSV import replaced the channels.
     void imported();

@@ -4,15 +4,18 @@
 #include "model/outcome.h"
 
 #include <QString>
+#include <QStringList>
 #include <QVector>
 
 class QWidget;
 
 namespace zq::ui {
 
-enum class MessageButtons { Ok, OkCancel, YesNoCancel };
+// OpenDiscardLater labels its three buttons with the request's buttonTexts; Escape and the close
+// button answer Later, which changes nothing.
+enum class MessageButtons { Ok, OkCancel, YesNoCancel, OpenDiscardLater };
 enum class MessageIcon { None, Information, Question, Warning, Critical };
-enum class MessageAnswer { Ok, Cancel, Yes, No };
+enum class MessageAnswer { Ok, Cancel, Yes, No, Open, Discard, Later };
 
 struct MessageRequest {
     QString text;
@@ -20,6 +23,7 @@ struct MessageRequest {
     MessageButtons buttons = MessageButtons::Ok;
     MessageIcon icon = MessageIcon::None;
     MessageAnswer defaultButton = MessageAnswer::Ok;
+    QStringList buttonTexts{}; // the buttons' labels in the user's language, where the box has its own
     bool operator==(const MessageRequest&) const = default;
 };
 
