@@ -24,8 +24,20 @@ AboutBox::AboutBox(MessageBoxes& boxes, QWidget* parent) : QDialog(parent), boxe
     title->setFont(big);
     auto* version = new QLabel(VersionText(), this);
     version->setObjectName(QStringLiteral("lblVersion"));
+    auto* licence = new QLabel(LicenceText(), this);
+    licence->setObjectName(QStringLiteral("lblLicence"));
+    licence->setWordWrap(true);
+    auto* homepage =
+        new QLabel(QStringLiteral("<a href=\"%1\">%1</a>").arg(HomepageUrl().toHtmlEscaped()), this);
+    homepage->setObjectName(QStringLiteral("lblHomepage"));
+    homepage->setTextFormat(Qt::RichText);
+    homepage->setOpenExternalLinks(true);
+    homepage->setTextInteractionFlags(Qt::TextBrowserInteraction);
     layout->addWidget(title);
     layout->addWidget(version);
+    layout->addSpacing(licence->fontMetrics().height() / 2);
+    layout->addWidget(licence);
+    layout->addWidget(homepage);
 
     auto* buttons = new QDialogButtonBox(this);
     auto* ok = buttons->addButton(QDialogButtonBox::Ok);
@@ -39,6 +51,16 @@ AboutBox::AboutBox(MessageBoxes& boxes, QWidget* parent) : QDialog(parent), boxe
 
 QString AboutBox::VersionText() {
     return QStringLiteral("Version ") + QStringLiteral(ZQ_VERSION);
+}
+
+QString AboutBox::LicenceText() {
+    return QStringLiteral("Free software under the GNU General Public License, version 3 or any later "
+                          "version (GPL-3.0-or-later). It comes with NO WARRANTY; you may share and change "
+                          "it under the licence's terms.");
+}
+
+QString AboutBox::HomepageUrl() {
+    return QStringLiteral(ZQ_HOMEPAGE_URL);
 }
 
 void AboutBox::showSystemInformation() {

@@ -5,7 +5,9 @@
 #include "dtmfsettingspage.h"
 #include "filecommands.h"
 #include "files/preferences.h"
+#include "files/programfiles.h"
 #include "functionsettingspage.h"
+#include "guidewindow.h"
 #include "localiseform.h"
 #include "memorypage.h"
 #include "menutable.h"
@@ -52,8 +54,9 @@ MainWindow::MainWindow(model::Document& document, TransferController& transfers,
     connect(&transfers_, &TransferController::ended, this, &MainWindow::transferEnded);
     connect(&transfers_, &TransferController::progressed, progress_, &QProgressBar::setValue);
     connect(&transfers_, &TransferController::pageWanted, this, &MainWindow::bringPageToFront);
-    connect(&transfers_, &TransferController::failed, this,
-            [this](const QString& message) { boxes_.show(ErrorBox(message)); });
+    connect(
+        &transfers_, &TransferController::failed, this,
+        [this](const QString& message, const QString& detail) { boxes_.show(ErrorBox(message, detail)); });
     connect(&transfers_, &TransferController::closed, this, &MainWindow::transferClosed);
     connect(&document_, &model::Document::currentFilePathChanged, this,
             [this] { setWindowTitle(document_.windowCaption()); });
@@ -93,9 +96,9 @@ void MainWindow::buildMenus() {
             {Kind::Entry, "mnuWr", "mnuWrSet", 1205, command([this] { transfers_.writeSettingsFromMenu(); })},
             {Kind::Entry, "mnuWr", "mnuWrMem", 1206, command([this] { transfers_.writeMemoryFromMenu(); })},
             {Kind::Entry, "mnuWr", "mnuWrAll", 1207, command([this] { transfers_.writeAll(); })},
-            {Kind::Entry, "mnuTools", "mnuToolsOptions", 1013,
-             command([this] { transfers_.choosePort(PortDialog::ask(this, transfers_.portNumber())); })},
+            {Kind::Entry, "mnuTools", "mnuToolsOptions", 1013, command([this] { setUpPort(); })},
             {Kind::Menu, nullptr, "mnuHelp", 1014},
+            {Kind::Entry, "mnuHelp", "mnuHelpGuide", 1400, command([this] { showGuide(); })},
             {Kind::Entry, "mnuHelp", "mnuHelpAbout", 1016, command([this] { showAbout(); })},
         });
     modifyAction_ = findChild<QAction*>(QStringLiteral("mnuEditUndo"));
@@ -210,6 +213,19 @@ ChannelEditor& MainWindow::channelEditor() {
     if (editor_) return *editor_;
     loadModifyDialog();
     return *modifyDialog_;
+}
+
+void MainWindow::setUpPort() {
+    const QList<link::SerialPortDetails> listed = transfers_.ports().listPorts();
+    transfers_.choosePort(PortDialog::ask(this, transfers_.ports(), listed), listed);
+}
+
+void MainWindow::showGuide() {
+    if (!guide_) guide_ = GuideWindow::open(files::UserGuidePath(), boxes_, strings_, this);
+    if (!guide_) return;
+    guide_->show();
+    guide_->raise();
+    guide_->activateWindow();
 }
 
 void MainWindow::showAbout() {

@@ -7,6 +7,7 @@
 #include "transfercontroller.h"
 
 #include <QMainWindow>
+#include <QPointer>
 
 class QProgressBar;
 class QToolBar;
@@ -20,6 +21,7 @@ namespace zq::ui {
 class DtmfSettingsPage;
 class FileCommands;
 class FunctionSettingsPage;
+class GuideWindow;
 class MemoryPage;
 class MessageBoxes;
 class ModifyDialog;
@@ -53,6 +55,8 @@ public Q_SLOTS:
 
 private Q_SLOTS:
     void showAbout();
+    void showGuide();
+    void setUpPort();
     void transferStarted(zq::ui::TransferKind kind);
     void transferEnded(zq::ui::TransferKind kind);
     void transferClosed();
@@ -81,6 +85,7 @@ private:
     QAction* modifyAction_ = nullptr;
     ModifyDialog* modifyDialog_ = nullptr;
     ChannelEditor* editor_ = nullptr;
+    QPointer<GuideWindow> guide_;
 };
 
 } // namespace zq::ui

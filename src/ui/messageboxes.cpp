@@ -65,6 +65,11 @@ MessageAnswer showOpenDiscardLater(QMessageBox& box, const MessageRequest& reque
 
 MessageAnswer QtMessageBoxes::show(const MessageRequest& request) {
     QMessageBox box(toIcon(request.icon), request.title, request.text, QMessageBox::NoButton, parent_);
+    if (!request.detail.isEmpty()) {
+        box.setInformativeText(request.detail);
+        // A device path or a command can be copied from the box into a terminal.
+        box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    }
     switch (request.buttons) {
     case MessageButtons::OpenDiscardLater:
         return showOpenDiscardLater(box, request);
@@ -95,8 +100,9 @@ MessageAnswer QtMessageBoxes::show(const MessageRequest& request) {
     }
 }
 
-MessageRequest ErrorBox(const QString& message) {
-    return {message, QStringLiteral("ERROR"), MessageButtons::Ok, MessageIcon::Critical, MessageAnswer::Ok};
+MessageRequest ErrorBox(const QString& message, const QString& detail) {
+    return {message, QStringLiteral("ERROR"), MessageButtons::Ok, MessageIcon::Critical, MessageAnswer::Ok,
+            detail};
 }
 
 MessageRequest FatalErrorBox(const QString& detail) {

@@ -18,11 +18,20 @@ enum class MessageIcon { None, Information, Question, Warning, Critical };
 enum class MessageAnswer { Ok, Cancel, Yes, No, Open, Discard, Later };
 
 struct MessageRequest {
+    MessageRequest() = default;
+    MessageRequest(QString text, QString title, MessageButtons buttons = MessageButtons::Ok,
+                   MessageIcon icon = MessageIcon::None, MessageAnswer defaultButton = MessageAnswer::Ok,
+                   QString detail = QString())
+        : text(std::move(text)), title(std::move(title)), buttons(buttons), icon(icon),
+          defaultButton(defaultButton), detail(std::move(detail)) {}
+
     QString text;
     QString title;
     MessageButtons buttons = MessageButtons::Ok;
     MessageIcon icon = MessageIcon::None;
     MessageAnswer defaultButton = MessageAnswer::Ok;
+    // Shown under the text, which stays the program's own message: what went wrong and what to do.
+    QString detail;
     QStringList buttonTexts{}; // the buttons' labels in the user's language, where the box has its own
     bool operator==(const MessageRequest&) const = default;
 };
@@ -58,7 +67,8 @@ public:
 };
 
 // The common boxes of the program.
-MessageRequest ErrorBox(const QString& message);     // "Data Error", "File Open Error" ... title "ERROR"
+// "Data Error", "File Open Error" ... title "ERROR"
+MessageRequest ErrorBox(const QString& message, const QString& detail = QString());
 MessageRequest FatalErrorBox(const QString& detail); // the run-time error report that ends the program
 MessageRequest ConfirmBox(const QString& title, const QString& warning, const QString& question);
 MessageRequest SaveChangesBox();

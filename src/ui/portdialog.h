@@ -1,13 +1,15 @@
 #pragma once
-// "COM Port Setup": fourteen port choices and an OK button; there is no cancel.
+// "COM Port Setup": fourteen port choices, each with the port it stands for now, an entry for any
+// other device, and an OK button; there is no cancel.
 #include "link/portnumbers.h"
+#include "portsettings.h"
 
 #include <QDialog>
-#include <QStringList>
 #include <array>
 
-class QRadioButton;
 class QLabel;
+class QLineEdit;
+class QRadioButton;
 
 namespace zq::ui {
 
@@ -15,17 +17,33 @@ class PortDialog : public QDialog {
     Q_OBJECT
 public:
     explicit PortDialog(QWidget* parent = nullptr);
-    // Shows the dialog modally with port `current` ticked; the port ticked when OK closes it.
-    static int ask(QWidget* parent, int current);
+    // Shows the dialog modally over the ports listed now, with the settings' choice ticked and
+    // typed; what the dialog holds when OK closes it.
+    static PortChoice ask(QWidget* parent, const PortSettings& settings,
+                          const QList<link::SerialPortDetails>& listed);
 
-    // Ticks the option of port `number` (1..14) and shows beside each caption the device it stands for.
-    void setPortNumber(int number, const QStringList& listedDevices);
-    // The first ticked option, in index order, plus one.
-    int portNumber() const;
+    // Beside each caption: the device, the adapter's USB ids and description, and whether it can be
+    // opened now; a plain sentence when the system lists no port, and the ports beyond COM 14.
+    void showPorts(const QList<link::NumberedPort>& numbered, const QList<link::SerialPortDetails>& listed);
+    // A sentence about the remembered adapter; hidden when empty.
+    void setAdapterNote(const QString& note);
+    // Ticks the option of the choice's number (1..14) and puts its device in the entry.
+    void setChoice(const PortChoice& choice);
+    // The first ticked option in index order, plus one, and the typed device.
+    PortChoice choice() const;
 
 private:
-    std::array<QRadioButton*, link::kLastPortNumber> options_{};
-    std::array<QLabel*, link::kLastPortNumber> devices_{};
+    struct Row {
+        QRadioButton* option = nullptr;
+        QLabel* device = nullptr;
+        QLabel* usb = nullptr;
+        QLabel* adapter = nullptr;
+        QLabel* status = nullptr;
+    };
+    std::array<Row, link::kLastPortNumber> rows_{};
+    QLabel* listing_ = nullptr;
+    QLabel* adapterNote_ = nullptr;
+    QLineEdit* otherDevice_ = nullptr;
 };
 
 } // namespace zq::ui

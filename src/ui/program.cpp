@@ -89,9 +89,9 @@ Result Program::load(const LoadOptions& options) {
 void Program::reportFatal(const Result& result) {
     fatal_ = true;
     transfers_.stop();
+    // The error's own text stays as it is; where the changes went is told under it.
     MessageRequest box = FatalErrorBox(result.message());
-    if (const QString note = recovery_.note(recovery_.keep(QStringLiteral("fatal"))); !note.isEmpty())
-        box.text += QStringLiteral("\r\n\r\n") + note;
+    box.detail = recovery_.note(recovery_.keep(QStringLiteral("fatal")));
     boxes_.show(box);
     end(1);
 }

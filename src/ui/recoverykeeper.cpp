@@ -45,12 +45,9 @@ QString RecoveryKeeper::note(const files::RecoveryFile& kept) const {
 void RecoveryKeeper::offer() {
     const QString path = files::NewestRecoveryFile();
     if (path.isEmpty()) return;
-    MessageRequest box{text(1301).arg(QDir::toNativeSeparators(path)),
-                       text(1300),
-                       MessageButtons::OpenDiscardLater,
-                       MessageIcon::Question,
-                       MessageAnswer::Open,
-                       {text(1302), text(1303), text(1304)}};
+    MessageRequest box(text(1301).arg(QDir::toNativeSeparators(path)), text(1300),
+                       MessageButtons::OpenDiscardLater, MessageIcon::Question, MessageAnswer::Open);
+    box.buttonTexts = {text(1302), text(1303), text(1304)};
     switch (boxes_.show(box)) {
     case MessageAnswer::Open:
         openFile(path);

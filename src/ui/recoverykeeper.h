@@ -27,7 +27,7 @@ public:
     // changes (and they were not given up); the result's path is empty when there was nothing to
     // keep. The run's earlier recovery file is then superseded and deleted.
     files::RecoveryFile keep(const QString& reason);
-    // The line a box adds about what keep() did; empty when it did nothing.
+    // What a box tells under its message about what keep() did; empty when it did nothing.
     QString note(const files::RecoveryFile& kept) const;
 
     // The start's offer of the newest recovery file: Open, Discard or Later.

@@ -2,6 +2,7 @@
 
 #include "mainwindow.h"
 #include "pagestrip.h"
+#include "portdialog.h"
 
 #include <QDir>
 
@@ -19,6 +20,16 @@ QStringList SaveScreenshots(MainWindow& window, const QString& dir) {
         if (window.grab().save(path)) written.append(path);
     }
     pages.setCurrentIndex(0);
+
+    // The port dialog over the ports this machine lists.
+    const QList<link::SerialPortDetails> listed = link::ListedPorts();
+    PortDialog dialog(&window);
+    dialog.showPorts(link::NumberPorts(listed), listed);
+    dialog.setChoice({});
+    dialog.show();
+    dialog.adjustSize();
+    const QString path = QDir(dir).filePath(QStringLiteral("port-dialog.png"));
+    if (dialog.grab().save(path)) written.append(path);
     return written;
 }
 

@@ -43,7 +43,7 @@ constexpr Entry kEnglish[] = {
     {1205, "Settings(&S)"},
     {1206, "Memory(&M)"},
     {1207, "ALL(&A)"},
-    // The program's own additions: keeping and recovering unsaved changes.
+    // the program's own additions
     {1300, "Recover Unsaved Changes"},
     {1301, "The program ended with unsaved changes last time. They were kept in:\r\n%1\r\n\r\n"
            "Open them now? Discard deletes the file; Later keeps it for the next start."},
@@ -52,6 +52,9 @@ constexpr Entry kEnglish[] = {
     {1304, "Later"},
     {1305, "Your unsaved changes were kept in:\r\n%1\r\nThe next start offers to open them."},
     {1306, "Your unsaved changes could not be kept: %1"},
+    {1400, "User Guide(&G)"},
+    {1401, "User Guide"},
+    {1402, "The user guide cannot be shown."},
 };
 
 constexpr Entry kJapanese[] = {
@@ -117,6 +120,9 @@ constexpr Entry kJapanese[] = {
     {1304, "後で"},
     {1305, "保存されていない変更を次のファイルに保管しました:\r\n%1\r\n次回の起動時に開くことができます。"},
     {1306, "保存されていない変更を保管できませんでした: %1"},
+    {1400, "ユーザー ガイド(&G)"},
+    {1401, "ユーザー ガイド"},
+    {1402, "ユーザー ガイドを表示できません。"},
 };
 
 template <size_t N> QHash<int, QString> makeTable(const Entry (&entries)[N]) {

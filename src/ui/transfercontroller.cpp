@@ -2,7 +2,6 @@
 
 #include "link/seriallink.h"
 #include "link/transfers.h"
-#include "portsettings.h"
 
 namespace zq::ui {
 
@@ -13,13 +12,9 @@ TransferController::TransferController(model::Document& document, link::SerialLi
                                        QObject* parent)
     : QObject(parent), document_(document), link_(link), ports_(ports) {}
 
-int TransferController::portNumber() const {
-    return ports_.number();
-}
-
-void TransferController::choosePort(int number) {
+void TransferController::choosePort(const PortChoice& choice, const QList<link::SerialPortDetails>& listed) {
     if (link_.isOpen()) link_.close();
-    ports_.choose(number);
+    ports_.choose(choice, listed);
 }
 
 void TransferController::stop() {
@@ -43,9 +38,18 @@ bool TransferController::runSession(TransferKind kind, const std::function<void(
 void TransferController::reportFailure(const Result& result) {
     if (stopped_) return; // the failure is the stop itself
     if (result.outcome == Outcome::Fatal)
-        Q_EMIT failed(Result::fail(Outcome::ComPortError).message());
+        Q_EMIT failed(Result::fail(Outcome::ComPortError).message(), failureDetail(result));
     else if (result.outcome == Outcome::CommunicationError || result.outcome == Outcome::ComPortError)
-        Q_EMIT failed(result.message());
+        Q_EMIT failed(result.message(), failureDetail(result));
+}
+
+QString TransferController::failureDetail(const Result& result) const {
+    if (!link_.isOpen() && link_.portName().isEmpty()) {
+        const QString named =
+            ports_.deviceOverride().isEmpty() ? link::PortCaption(ports_.number()) : ports_.deviceOverride();
+        return QStringLiteral("no serial port %1; %2").arg(named, link::ListedPortsText(ports_.listPorts()));
+    }
+    return result.detail;
 }
 
 void TransferController::finish(const Result& result) {
@@ -117,7 +121,8 @@ void TransferController::writeAll() {
 
 bool TransferController::runService(const std::function<Result(link::SerialLink&)>& read) {
     return runSession(TransferKind::Service, [&] {
-        if (!read(link_).ok() && !stopped_) Q_EMIT failed(Result::fail(Outcome::ComPortError).message());
+        if (const Result result = read(link_); !result.ok() && !stopped_)
+            Q_EMIT failed(Result::fail(Outcome::ComPortError).message(), failureDetail(result));
     });
 }
 

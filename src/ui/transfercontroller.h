@@ -4,6 +4,7 @@
 // the window observes to enable its buttons, show the progress and the failures; the controller
 // knows no widget.
 #include "model/outcome.h"
+#include "portsettings.h"
 
 #include <QObject>
 #include <functional>
@@ -17,8 +18,6 @@ class SerialLink;
 
 namespace zq::ui {
 
-class PortSettings;
-
 enum class TransferKind { ReadMemory, WriteMemory, ReadSettings, WriteSettings, AutoSelect, Service };
 // The page a menu brings to the front before its transfer.
 enum class TransferPage { Settings, Memory };
@@ -31,9 +30,10 @@ public:
 
     // True while a session runs (the window must not close then).
     bool busy() const { return busy_; }
-    int portNumber() const;
-    // The port dialog's choice: an open port is closed, and the next session opens the chosen one.
-    void choosePort(int number);
+    const PortSettings& ports() const { return ports_; }
+    // The port dialog's choice over the ports it showed: an open port is closed, and the next
+    // session opens the chosen one.
+    void choosePort(const PortChoice& choice, const QList<link::SerialPortDetails>& listed);
     // Runs a service read with the link to itself; any failure is the port's ("COM Port Error").
     // False, and nothing run, while another session runs.
     bool runService(const std::function<model::Result(link::SerialLink&)>& read);
@@ -62,7 +62,9 @@ Q_SIGNALS:
     void started(zq::ui::TransferKind kind);
     void progressed(int channel);
     void pageWanted(zq::ui::TransferPage page);
-    void failed(const QString& message);
+    // The message of the box, and what the user can act on: the device, the group to join, the
+    // program holding the port, the command that went unanswered.
+    void failed(const QString& message, const QString& detail = QString());
     // The closing routine: every transfer button and Auto Select enabled, the progress hidden at 0.
     void closed();
     // The session gave the link back.
@@ -76,6 +78,7 @@ private:
     // The failure's message, if it has one; then the closing.
     void finish(const model::Result& result);
     void reportFailure(const model::Result& result);
+    QString failureDetail(const model::Result& result) const;
 
     model::Document& document_;
     link::SerialLink& link_;

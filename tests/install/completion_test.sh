@@ -25,8 +25,10 @@ expect() {
     fi
 }
 
-expect "zq318 " "check detect diff dump export import ports read show write"
+expect "zq318 " "backups check detect diff dump export import ports read show verify write"
 expect "zq318 --p" "--port"
+expect "zq318 --t" "--trace"
+expect "zq318 --trace t.txt ve" "verify"
 expect "zq318 -q d" "detect diff dump"
 expect "zq318 --port 3 wr" "write"
 expect "zq318 check " "OLD.318 backups radio.318"
@@ -36,8 +38,15 @@ expect "zq318 import channels.csv --base " "OLD.318 backups radio.318"
 expect "zq318 read -o " "OLD.318 backups radio.318"
 expect "zq318 export radio.318 -o " "backups channels.csv"
 expect "zq318 read --" "--base --help --memory --settings"
-expect "zq318 write radio.318 --" "--help --memory --settings"
+expect "zq318 write radio.318 --" "--force --help --memory --settings --verify"
+expect "zq318 verify " "OLD.318 backups radio.318"
+expect "zq318 verify radio.318 --" "--help --memory --settings"
+expect "zq318 check radio.318 --" "--help --strict"
+expect "zq318 export radio.318 --format " "chirp zq318"
+expect "zq318 import channels.csv --format c" "chirp"
+expect "zq318 import -" "--base --format --help -o"
 expect "zq318 ports " ""
+expect "zq318 backups " ""
 
 # --port offers serial devices only: nothing from the current folder, every offer a device or link.
 read -r -a COMP_WORDS <<<"zq318 --port"

@@ -89,7 +89,7 @@ TEST_P(ExitPrompt, AsksThenWritesThePortFileAndGeometry) {
     boxes.answers = {c.answer};
     dialogs.answers = {path("prompted.318")};
     window->show();
-    program->ports().choose(7);
+    program->ports().choose({7, {}}, {});
     QSettings geometry(QCoreApplication::organizationName(), model::AppTitle());
     geometry.remove(QStringLiteral("Settings"));
     geometry.sync();

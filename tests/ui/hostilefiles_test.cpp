@@ -96,7 +96,7 @@ TEST_P(HostilePickTest, ImportRefusesWhatItCannotReadAndKeepsTheEdits) {
     const QStringList kept = files::RecoveryFiles();
     EXPECT_EQ(kept.size(), c.import == Box::Fatal ? 1 : 0);
     if (c.import == Box::Fatal && !kept.isEmpty()) {
-        EXPECT_TRUE(boxes.shown[0].text.contains(kept[0]));
+        EXPECT_TRUE(boxes.shown[0].detail.contains(kept[0]));
     }
 }
 

@@ -86,7 +86,8 @@ TEST_P(FatalEnd, KeepsUnsavedChangesAndNamesTheirFileInTheBox) {
     }
     ASSERT_EQ(kept.size(), 1);
     EXPECT_TRUE(kept[0].endsWith(QStringLiteral("_fatal.318"))) << kept[0].toStdString();
-    EXPECT_EQ(boxes.shown[0].text, error + QStringLiteral("\r\n\r\n") + keptText(kept[0]));
+    EXPECT_EQ(boxes.shown[0].text, error);
+    EXPECT_EQ(boxes.shown[0].detail, keptText(kept[0]));
     EXPECT_EQ(Permissions(kept[0]), 0600);
     EXPECT_TRUE(DialLine(kept[0], kEditedDial).startsWith(kEdit + QLatin1Char('Z')));
 
@@ -230,8 +231,8 @@ TEST_P(EndDuringTransfer, StopsTheTransferAndKeepsTheEdits) {
         EXPECT_TRUE(boxes.shown.isEmpty());
     } else {
         ASSERT_EQ(boxes.shown.size(), 1); // the fatal error box alone: no failure box of the transfer
-        EXPECT_EQ(boxes.shown[0].text, FatalErrorBox(QStringLiteral("Cancel was selected.")).text +
-                                           QStringLiteral("\r\n\r\n") + keptText(kept[0]));
+        EXPECT_EQ(boxes.shown[0].text, FatalErrorBox(QStringLiteral("Cancel was selected.")).text);
+        EXPECT_EQ(boxes.shown[0].detail, keptText(kept[0]));
     }
     // No session starts any more, and the window closes without asking.
     program->transfers().readSettings();

@@ -39,8 +39,10 @@ TEST_F(UserLocale, WindowSpeaksTheUsersLanguage) {
         expected == "ja" ? "mnuFile=ファイル(&F)|mnuFileOpen=開く(&O)...|mnuImport=インポート(&I)...|"
                            "mnuEditUndo=変更(&M)|mnuStatusBar=ステータス バー(&S)|mnuReAll=全て(&A)|"
                            "mnuToolsOptions=COMポート設定(&C)|mnuHelpAbout=バージョン情報(&A)|"
+                           "mnuHelpGuide=ユーザー ガイド(&G)|"
                            "tbToolBar_Button1=新規作成|sbStatusBar_Panel1=状態"
-                         : "mnuFile=File(&F)|mnuFileSaveAs=Save As(&A)...|tbToolBar_Button1=New|"
+                         : "mnuFile=File(&F)|mnuFileSaveAs=Save As(&A)...|mnuHelpGuide=User Guide(&G)|"
+                           "tbToolBar_Button1=New|"
                            "sbStatusBar_Panel1=Status";
     for (const QString& entry : QString::fromUtf8(captions).split(QLatin1Char('|'))) {
         const QStringList parts = entry.split(QLatin1Char('='));

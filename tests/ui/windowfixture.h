@@ -1,5 +1,6 @@
 #pragma once
 // The program with scripted boxes and dialogs, a port file in a temporary folder and no pause.
+#include "files/preferences.h"
 #include "ui/channelgridview.h"
 #include "ui/filedialogs.h"
 #include "ui/functionsettingspage.h"
@@ -47,6 +48,7 @@ protected:
         ASSERT_TRUE(temp.isValid());
         ASSERT_TRUE(QDir(temp.path()).mkdir(QStringLiteral("home")));
         qputenv("HOME", QFile::encodeName(temp.filePath(QStringLiteral("home"))));
+        files::SaveRememberedAdapter({}); // no adapter left over from another test
     }
     void TearDown() override {
         doc().setDataChanged(false); // no prompt on the way out
