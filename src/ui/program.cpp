@@ -31,9 +31,8 @@ void waitMilliseconds(int ms) {
 } // namespace
 
 Program::Program(MessageBoxes& boxes, FileDialogs& dialogs, const StringTable& strings)
-    : boxes_(boxes), strings_(strings), transfers_(document_, link_, ports_),
-      files_(document_, boxes, dialogs), window_(document_, transfers_, files_, boxes, strings),
-      recovery_(document_, boxes, strings) {
+    : boxes_(boxes), transfers_(document_, link_, ports_), files_(document_, boxes, dialogs),
+      window_(document_, transfers_, files_, boxes, strings), recovery_(document_, boxes, strings) {
     connect(&files_, &FileCommands::fatal, this, &Program::reportFatal);
     window_.installEventFilter(this);
 }

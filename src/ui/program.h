@@ -72,7 +72,6 @@ private:
     void end(int exitStatus);
 
     MessageBoxes& boxes_;
-    const StringTable& strings_;
     model::Document document_;
     link::SerialLink link_;
     PortSettings ports_;

@@ -90,11 +90,6 @@ TEST_P(FatalEnd, KeepsUnsavedChangesAndNamesTheirFileInTheBox) {
     EXPECT_EQ(boxes.shown[0].detail, keptText(kept[0]));
     EXPECT_EQ(Permissions(kept[0]), 0600);
     EXPECT_TRUE(DialLine(kept[0], kEditedDial).startsWith(kEdit + QLatin1Char('Z')));
-
-    const auto next = startAgain({MessageAnswer::Open});
-    ASSERT_EQ(next->boxes.shown.size(), 1);
-    EXPECT_EQ(next->program->document().dialTexts()[kEditedDial], kEdit);
-    next->program->document().setDataChanged(false);
 }
 
 INSTANTIATE_TEST_SUITE_P(Edited, FatalEnd, ::testing::Bool(),
@@ -157,11 +152,6 @@ INSTANTIATE_TEST_SUITE_P(Answers, Offer,
                                            OfferCase{"Discard", Discard, false, false, false, false},
                                            OfferCase{"Later", Later, true, false, false, true}),
                          [](const auto& info) { return std::string(info.param.name); });
-
-TEST_F(Recovery, NoFileNoOffer) {
-    const auto next = startAgain({});
-    EXPECT_TRUE(next->boxes.shown.isEmpty());
-}
 
 // Closing the window after Yes to saving, when the save failed, still closes: the changes are kept.
 // No gives them up.
