@@ -6,6 +6,7 @@
 #include "ui/program.h"
 #include "ui/screenshots.h"
 #include "ui/stringtable.h"
+#include "ui/terminationsignals.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -66,9 +67,14 @@ int main(int argc, char* argv[]) {
     dialogs.setParent(&program.window());
     QObject::connect(&program, &zq::ui::Program::fatalError, &app,
                      [](int status) { QCoreApplication::exit(status); });
+    zq::ui::TerminationSignals endSignals;
+    QObject::connect(&endSignals, &zq::ui::TerminationSignals::arrived, &program,
+                     &zq::ui::Program::endBySignal);
 
     const zq::model::Result started = program.start(options, zq::ui::LoadOptions{});
     if (started.outcome == zq::model::Outcome::Fatal) return 1;
+    // A signal during the start-up: its event loops have all been told to end already.
+    if (program.ended()) return program.exitStatus();
     qCDebug(lcStartup) << "window shown after" << sinceStart.elapsed() << "ms";
 
     if (!options.screenshotDir.isEmpty()) {

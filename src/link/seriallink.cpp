@@ -71,6 +71,7 @@ QString SerialLink::portName() const {
 }
 
 Result SerialLink::open() {
+    if (aborted_) return Result::fail(Outcome::ComPortError, QStringLiteral("the link was given up"));
     if (transport_) {
         if (!transport_->isOpen())
             return Result::fail(Outcome::ComPortError, QStringLiteral("transport closed"));
@@ -128,7 +129,7 @@ SerialLink::Ending SerialLink::exchange(const QString& command, int timeoutMs,
                                         const std::function<void(const QString&)>& arrived, QString& reply) {
     reply.clear();
     QIODevice* const io = this->io();
-    if (!io->isOpen()) return Ending::PortError;
+    if (aborted_ || !io->isOpen()) return Ending::PortError;
     if (!transport_) port_->clearError();
 
     QEventLoop loop;
@@ -162,6 +163,11 @@ SerialLink::Ending SerialLink::exchange(const QString& command, int timeoutMs,
             loop.quit();
         });
     }
+    connect(this, &SerialLink::aborting, &loop, [&] {
+        if (ending != Ending::TimedOut) return;
+        ending = Ending::PortError;
+        loop.quit();
+    });
 
     const QByteArray bytes = command.toLatin1() + '\r';
     notify(LinkEvent::Kind::Sent, QString::fromLatin1(bytes));
@@ -224,12 +230,21 @@ QString SerialLink::Collect(const QString& command, int timeoutMs,
 }
 
 void SerialLink::Wait(int ms) {
-    if (ms <= 0) return;
+    if (ms <= 0 || aborted_) return;
     notify(LinkEvent::Kind::Paused, QString(), ms);
     ms = std::min(ms, pauseLimitMs_);
     if (ms <= 0) return;
     QEventLoop loop;
+    connect(this, &SerialLink::aborting, &loop, &QEventLoop::quit);
     RunUntil(loop, QDeadlineTimer(ms, Qt::PreciseTimer));
+}
+
+void SerialLink::abort() {
+    if (aborted_) return;
+    aborted_ = true;
+    qCDebug(lcLink) << "aborted on" << device_;
+    Q_EMIT aborting();
+    close();
 }
 
 void SerialLink::TxEnd() {

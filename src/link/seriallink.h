@@ -67,6 +67,11 @@ public:
     zq::model::Result open();
     bool isOpen() const;
     void close();
+    // Gives up for good: the exchange or pause under way ends at once as a port failure, the port
+    // closes, and every later open, exchange and pause fails or returns at once. For a program that
+    // must end in the middle of a transfer.
+    void abort();
+    bool aborted() const { return aborted_; }
 
     // Sends the command followed by CR and returns everything received (echo included) once it is
     // longer than the command plus three characters and ends in LF; kTimeoutMarker when that does
@@ -85,6 +90,9 @@ public:
     // Ends a clone session: "KV~E", whatever comes back, then the usual pause.
     void TxEnd();
 
+Q_SIGNALS:
+    void aborting();
+
 private:
     enum class Ending { Complete, TimedOut, PortError };
     Ending exchange(const QString& command, int timeoutMs,
@@ -100,6 +108,7 @@ private:
     LinkObserver observer_;
     int replyTimeoutMs_ = kReplyTimeoutMs;
     int pauseLimitMs_ = std::numeric_limits<int>::max();
+    bool aborted_ = false;
 };
 
 } // namespace zq::link

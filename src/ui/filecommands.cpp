@@ -16,12 +16,14 @@ FileCommands::FileCommands(model::Document& document, MessageBoxes& boxes, FileD
                            const StringTable& strings, QObject* parent)
     : QObject(parent), document_(document), boxes_(boxes), dialogs_(dialogs), strings_(strings) {}
 
-bool FileCommands::mayClose() {
+bool FileCommands::mayClose(bool* saveWanted) {
+    if (saveWanted) *saveWanted = false;
     if (!files::NeedsSavePrompt(document_)) return true;
     switch (boxes_.show(SaveChangesBox())) {
     case MessageAnswer::Cancel:
         return false;
     case MessageAnswer::Yes:
+        if (saveWanted) *saveWanted = true;
         save();
         return true;
     default:
@@ -68,6 +70,12 @@ void FileCommands::importCsv() {
         return;
     }
     const Result result = files::ImportCsv(document_, path);
+    // A file refused unread for its size was never part of the import's failures: it says so and
+    // changes nothing.
+    if (result.outcome == Outcome::DataError) {
+        ShowFailure(boxes_, result);
+        return;
+    }
     if (!result.ok()) {
         Q_EMIT fatal(result.outcome == Outcome::Fatal ? result
                                                       : Result::fail(Outcome::Fatal, result.message()));

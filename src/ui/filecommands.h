@@ -23,8 +23,9 @@ public:
                  const StringTable& strings = StringTable(), QObject* parent = nullptr);
 
     // The unsaved-changes prompt: false when the user cancels. Yes saves first and goes on
-    // whatever the save's outcome, a cancelled file dialog included.
-    bool mayClose();
+    // whatever the save's outcome, a cancelled file dialog included; `saveWanted` tells whether
+    // Yes was the answer.
+    bool mayClose(bool* saveWanted = nullptr);
 
 public Q_SLOTS:
     void newFile();
@@ -40,7 +41,8 @@ public Q_SLOTS:
     void exportChirpCsv();
 
 Q_SIGNALS:
-    // The CSV import has no trap: any failure, a cancelled dialog included, ends the program.
+    // The CSV import has no trap: any failure, a cancelled dialog included, ends the program. A file
+    // too large to be a channel list is refused unread with "Data Error" instead.
     void fatal(const zq::model::Result& result);
     // A CSV import (either layout) replaced the channels.
     void imported();

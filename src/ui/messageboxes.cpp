@@ -5,6 +5,7 @@
 #include "stringtable.h"
 
 #include <QMessageBox>
+#include <QPushButton>
 
 namespace zq::ui {
 
@@ -20,6 +21,10 @@ QMessageBox::StandardButton toStandard(MessageAnswer answer) {
         return QMessageBox::Yes;
     case MessageAnswer::No:
         return QMessageBox::No;
+    case MessageAnswer::Open:
+    case MessageAnswer::Discard:
+    case MessageAnswer::Later:
+        break;
     }
     return QMessageBox::Ok;
 }
@@ -40,6 +45,23 @@ QMessageBox::Icon toIcon(MessageIcon icon) {
     return QMessageBox::NoIcon;
 }
 
+// Open, Discard and Later: buttons of the box's own.
+MessageAnswer showOpenDiscardLater(QMessageBox& box, const MessageRequest& request) {
+    const QStringList& texts = request.buttonTexts;
+    QPushButton* open = box.addButton(texts.value(0, QStringLiteral("Open")), QMessageBox::AcceptRole);
+    QPushButton* discard =
+        box.addButton(texts.value(1, QStringLiteral("Discard")), QMessageBox::DestructiveRole);
+    QPushButton* later = box.addButton(texts.value(2, QStringLiteral("Later")), QMessageBox::RejectRole);
+    box.setEscapeButton(later);
+    box.setDefaultButton(request.defaultButton == MessageAnswer::Open      ? open
+                         : request.defaultButton == MessageAnswer::Discard ? discard
+                                                                           : later);
+    box.exec();
+    if (box.clickedButton() == open) return MessageAnswer::Open;
+    if (box.clickedButton() == discard) return MessageAnswer::Discard;
+    return MessageAnswer::Later;
+}
+
 } // namespace
 
 MessageAnswer QtMessageBoxes::show(const MessageRequest& request) {
@@ -50,6 +72,8 @@ MessageAnswer QtMessageBoxes::show(const MessageRequest& request) {
         box.setTextInteractionFlags(Qt::TextSelectableByMouse);
     }
     switch (request.buttons) {
+    case MessageButtons::OpenDiscardLater:
+        return showOpenDiscardLater(box, request);
     case MessageButtons::Ok:
         box.setStandardButtons(QMessageBox::Ok);
         break;

@@ -15,9 +15,11 @@ class StringTable;
 
 namespace zq::ui {
 
-enum class MessageButtons { Ok, OkCancel, YesNoCancel };
+// OpenDiscardLater labels its three buttons with the request's buttonTexts; Escape and the close
+// button answer Later, which changes nothing.
+enum class MessageButtons { Ok, OkCancel, YesNoCancel, OpenDiscardLater };
 enum class MessageIcon { None, Information, Question, Warning, Critical };
-enum class MessageAnswer { Ok, Cancel, Yes, No };
+enum class MessageAnswer { Ok, Cancel, Yes, No, Open, Discard, Later };
 
 struct MessageRequest {
     MessageRequest() = default;
@@ -34,7 +36,8 @@ struct MessageRequest {
     MessageAnswer defaultButton = MessageAnswer::Ok;
     // Shown under the text, which stays the program's own message: what went wrong and what to do.
     QString detail;
-    QString details; // a long list, behind the box's "Show Details..." button
+    QString details;           // a long list, behind the box's "Show Details..." button
+    QStringList buttonTexts{}; // the buttons' labels in the user's language, where the box has its own
     bool operator==(const MessageRequest&) const = default;
 };
 

@@ -8,6 +8,7 @@
 #include "model/document.h"
 #include "portsettings.h"
 #include "programoptions.h"
+#include "recoverykeeper.h"
 #include "transfercontroller.h"
 
 #include <QObject>
@@ -30,8 +31,9 @@ public:
     Program(MessageBoxes& boxes, FileDialogs& dialogs, const StringTable& strings);
     ~Program() override;
 
-    // Splash, the load sequence (with its pause), splash gone, modify dialog, window shown.
-    // A Fatal result has been shown in the fatal error box: the program ends non-zero.
+    // Splash, the load sequence (with its pause), splash gone, modify dialog, window shown, then
+    // the offer of the newest recovery file. A Fatal result has been shown in the fatal error box:
+    // the program ends non-zero. After an end by signal meanwhile, ended() is true.
     model::Result start(const ProgramOptions& options, const LoadOptions& load);
     // The load sequence: captions, port file, start-up data, the pause, the first page, the
     // command-line file, DataChanged cleared.
@@ -42,10 +44,19 @@ public:
     link::SerialLink& link() { return link_; }
     TransferController& transfers() { return transfers_; }
     MainWindow& window() { return window_; }
+    RecoveryKeeper& recovery() { return recovery_; }
     qint64 msToShownWindow() const { return msToShown_; }
 
-    // Shows the fatal error box and reports the end of the program.
+    // Keeps unsaved changes in a recovery file, stops a transfer under way, shows the fatal error
+    // box (naming the recovery file beside the error) and reports the end of the program.
     void reportFatal(const model::Result& result);
+    // SIGTERM, SIGHUP or SIGINT: unsaved changes kept, a transfer under way stopped, a line on
+    // standard error, and the end with status 128 + the signal's number.
+    void endBySignal(int signalNumber);
+
+    // The program has ended (fatalError was emitted) with this status: the first end's.
+    bool ended() const { return exitStatus_ >= 0; }
+    int exitStatus() const { return exitStatus_; }
 
 Q_SIGNALS:
     // The program ends here with this status, as after a run-time error report.
@@ -59,6 +70,7 @@ private:
     // The exit: the unsaved-changes prompt, then the port file, the other windows and the
     // window's geometry. False keeps the window open.
     bool exit();
+    void end(int exitStatus);
 
     MessageBoxes& boxes_;
     model::Document document_;
@@ -67,7 +79,9 @@ private:
     TransferController transfers_;
     FileCommands files_;
     MainWindow window_;
+    RecoveryKeeper recovery_;
     bool fatal_ = false;
+    int exitStatus_ = -1;
     qint64 msToShown_ = -1;
 };
 

@@ -44,6 +44,14 @@ constexpr Entry kEnglish[] = {
     {1206, "Memory(&M)"},
     {1207, "ALL(&A)"},
     // the program's own additions
+    {1300, "Recover Unsaved Changes"},
+    {1301, "The program ended with unsaved changes last time. They were kept in:\r\n%1\r\n\r\n"
+           "Open them now? Discard deletes the file; Later keeps it for the next start."},
+    {1302, "Open"},
+    {1303, "Discard"},
+    {1304, "Later"},
+    {1305, "Your unsaved changes were kept in:\r\n%1\r\nThe next start offers to open them."},
+    {1306, "Your unsaved changes could not be kept: %1"},
     {1400, "User Guide(&G)"},
     {1401, "User Guide"},
     {1402, "The user guide cannot be shown."},
@@ -123,6 +131,15 @@ constexpr Entry kJapanese[] = {
     {1205, "設定(&S)"},
     {1206, "メモリ(&M)"},
     {1207, "全て(&A)"},
+    {1300, "未保存の変更の復元"},
+    {1301, "前回、保存されていない変更を残したままプログラムが終了しました。変更は次のファイルに保管されてい"
+           "ます:\r\n"
+           "%1\r\n\r\n今すぐ開きますか? 「破棄」はこのファイルを削除し、「後で」は次回の起動まで残します。"},
+    {1302, "開く"},
+    {1303, "破棄"},
+    {1304, "後で"},
+    {1305, "保存されていない変更を次のファイルに保管しました:\r\n%1\r\n次回の起動時に開くことができます。"},
+    {1306, "保存されていない変更を保管できませんでした: %1"},
     {1400, "ユーザー ガイド(&G)"},
     {1401, "ユーザー ガイド"},
     {1402, "ユーザー ガイドを表示できません。"},

@@ -96,8 +96,13 @@ void TransferController::choosePort(const PortChoice& choice, const QList<link::
     ports_.choose(choice, listed);
 }
 
+void TransferController::stop() {
+    stopped_ = true;
+    link_.abort();
+}
+
 bool TransferController::runSession(TransferKind kind, const std::function<Result()>& session) {
-    if (busy_) return false;
+    if (busy_ || stopped_) return false;
     busy_ = true;
     Q_EMIT started(kind);
     // Listing the system's ports takes a while: it happens under the hourglass.
@@ -112,6 +117,7 @@ bool TransferController::runSession(TransferKind kind, const std::function<Resul
 
 // A port that cannot be opened (a failure outside any exchange) shows "COM Port Error" too.
 void TransferController::reportFailure(const Result& result) {
+    if (stopped_) return; // the failure is the stop itself
     if (result.outcome == Outcome::Fatal)
         Q_EMIT failed(Result::fail(Outcome::ComPortError).message(), failureDetail(result));
     else if (result.outcome == Outcome::CommunicationError || result.outcome == Outcome::ComPortError)
@@ -248,7 +254,8 @@ bool TransferController::runService(const QString& operation,
     const Command command(*this, operation, QStringLiteral("service panel, ") + operation);
     return runSession(TransferKind::Service, [&] {
         const Result result = read(link_);
-        if (!result.ok()) Q_EMIT failed(Result::fail(Outcome::ComPortError).message(), failureDetail(result));
+        if (!result.ok() && !stopped_)
+            Q_EMIT failed(Result::fail(Outcome::ComPortError).message(), failureDetail(result));
         return result;
     });
 }

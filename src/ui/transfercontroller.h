@@ -42,6 +42,10 @@ public:
     // Runs a service read with the link to itself; any failure is the port's ("COM Port Error").
     // False, and nothing run, while another session runs. `operation` names its trace.
     bool runService(const QString& operation, const std::function<model::Result(link::SerialLink&)>& read);
+    // The program is ending: the session under way stops at once without a failure box, and no
+    // session starts any more.
+    void stop();
+    bool stopped() const { return stopped_; }
 
 public Q_SLOTS:
     void readMemory();    // "Read Memory"
@@ -97,6 +101,7 @@ private:
     bool busy_ = false;
     TransferRecords records_;
     int commandDepth_ = 0; // a box shown during a session runs the event loop: commands can nest
+    bool stopped_ = false;
 };
 
 } // namespace zq::ui

@@ -43,11 +43,17 @@ protected:
           window(&program->window()), fatalSpy(program.get(), &Program::fatalError) {
         window->setChannelEditor(&editor);
     }
+    // A home of the test's own, so that recovery files and other per-user data stay in it.
     void SetUp() override {
         ASSERT_TRUE(temp.isValid());
+        ASSERT_TRUE(QDir(temp.path()).mkdir(QStringLiteral("home")));
+        qputenv("HOME", QFile::encodeName(temp.filePath(QStringLiteral("home"))));
         files::SaveRememberedAdapter({}); // no adapter left over from another test
     }
-    void TearDown() override { doc().setDataChanged(false); } // no prompt on the way out
+    void TearDown() override {
+        doc().setDataChanged(false); // no prompt on the way out
+        qputenv("HOME", home);
+    }
 
     model::Result load(const QString& file = QString()) {
         return program->load(LoadOptions{file, portFile(), 0});
@@ -77,6 +83,7 @@ protected:
     }
 
     QTemporaryDir temp;
+    const QByteArray home = qgetenv("HOME");
     StringTable strings;
     ScriptedMessageBoxes boxes;
     ScriptedFileDialogs dialogs;
