@@ -111,9 +111,7 @@ ChirpOutcome ImportChirpCsv(model::Document& document, const QString& path) {
     // Checked before opening: a FIFO would wait for a writer, a huge file would be read whole.
     if (const InputFile input = OpenInputFile(file, path, kFileLimit); !input.ok()) {
         ChirpOutcome outcome;
-        outcome.result = Result::fail(input.fault == InputFile::Fault::TooLarge ? Outcome::DataError
-                                                                                : Outcome::FileOpenError,
-                                      input.why);
+        outcome.result = input.refusal(Outcome::FileOpenError);
         return outcome;
     }
     return ImportChirpCsvData(document, file.readAll());

@@ -144,10 +144,7 @@ CloneReadResult ReadCloneFile(const QString& path) {
     QFile file;
     if (const InputFile input = OpenInputFile(file, path, kCloneFileSizeLimit); !input.ok()) {
         CloneReadResult out;
-        // A file that big cannot be a clone file: its contents are at fault, not the reading.
-        out.result = Result::fail(input.fault == InputFile::Fault::TooLarge ? Outcome::DataError
-                                                                            : Outcome::FileOpenError,
-                                  input.why);
+        out.result = input.refusal(Outcome::FileOpenError);
         return out;
     }
     return readClone(file);

@@ -313,8 +313,7 @@ void ImportCsvText(model::Document& document, const QByteArray& contents) {
 Result ImportCsv(model::Document& document, const QString& path, CsvImportReport* report) {
     QFile file;
     if (const InputFile input = OpenInputFile(file, path, kCsvFileSizeLimit); !input.ok())
-        return Result::fail(input.fault == InputFile::Fault::TooLarge ? Outcome::DataError : Outcome::Fatal,
-                            input.why);
+        return input.refusal(Outcome::Fatal);
     CsvImportReport unused;
     return CsvImporter(document, file, report ? *report : unused).run();
 }
