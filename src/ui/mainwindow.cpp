@@ -18,6 +18,7 @@
 #include "portdialog.h"
 #include "servicepanel.h"
 #include "stringtable.h"
+#include "transferindicators.h"
 
 #include <QAction>
 #include <QGuiApplication>
@@ -53,14 +54,10 @@ MainWindow::MainWindow(model::Document& document, TransferController& transfers,
     buildPages();
 
     // What the transfers report.
-    connect(&transfers_, &TransferController::started, this, &MainWindow::transferStarted);
-    connect(&transfers_, &TransferController::ended, this, &MainWindow::transferEnded);
-    connect(&transfers_, &TransferController::progressed, progress_, &QProgressBar::setValue);
     connect(&transfers_, &TransferController::pageWanted, this, &MainWindow::bringPageToFront);
     connect(
         &transfers_, &TransferController::failed, this,
         [this](const QString& message, const QString& detail) { boxes_.show(ErrorBox(message, detail)); });
-    connect(&transfers_, &TransferController::closed, this, &MainWindow::transferClosed);
     connect(&transfers_, &TransferController::verified, this, &MainWindow::showDifferences);
     connect(&transfers_, &TransferController::noted, this,
             [this](const QString& note) { statusBar()->showMessage(note, kNoteShownMs); });
@@ -179,6 +176,7 @@ void MainWindow::buildPages() {
             &TransferController::autoSelect);
     connect(memoryPage_, &MemoryPage::readMemoryRequested, &transfers_, &TransferController::readMemory);
     connect(memoryPage_, &MemoryPage::writeMemoryRequested, &transfers_, &TransferController::writeMemory);
+    new TransferIndicators(transfers_, *functionPage_, *dtmfPage_, *memoryPage_, *progress_, this);
 
     auto* central = new QWidget(this);
     auto* layout = new QVBoxLayout(central);
@@ -244,52 +242,6 @@ void MainWindow::showAbout() {
     auto* about = new AboutBox(boxes_, this);
     about->setAttribute(Qt::WA_DeleteOnClose);
     about->open();
-}
-
-void MainWindow::setSettingsButtonsEnabled(bool enabled) {
-    functionPage_->setTransferButtonsEnabled(enabled);
-    dtmfPage_->setTransferButtonsEnabled(enabled);
-}
-
-void MainWindow::transferStarted(TransferKind kind) {
-    switch (kind) {
-    case TransferKind::ReadMemory:
-    case TransferKind::WriteMemory:
-        memoryPage_->setTransferButtonsEnabled(false);
-        progress_->setValue(0);
-        progress_->show();
-        break;
-    case TransferKind::ReadSettings:
-    case TransferKind::WriteSettings:
-        setSettingsButtonsEnabled(false);
-        break;
-    case TransferKind::AutoSelect:
-        functionPage_->setAutoSelectEnabled(false);
-        break;
-    case TransferKind::Verify:
-        // A comparison reads the whole radio: no other transfer may start until it is over.
-        memoryPage_->setTransferButtonsEnabled(false);
-        setSettingsButtonsEnabled(false);
-        functionPage_->setAutoSelectEnabled(false);
-        progress_->setValue(0);
-        progress_->show();
-        break;
-    case TransferKind::Service:
-        return; // the service reads show no hourglass
-    }
-    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-}
-
-void MainWindow::transferEnded(TransferKind kind) {
-    if (kind != TransferKind::Service) QGuiApplication::restoreOverrideCursor();
-}
-
-void MainWindow::transferClosed() {
-    setSettingsButtonsEnabled(true);
-    memoryPage_->setTransferButtonsEnabled(true);
-    functionPage_->setAutoSelectEnabled(true);
-    progress_->hide();
-    progress_->setValue(0);
 }
 
 void MainWindow::showDifferences(const QStringList& differences) {

@@ -60,9 +60,6 @@ private Q_SLOTS:
     void showAbout();
     void showGuide();
     void setUpPort();
-    void transferStarted(zq::ui::TransferKind kind);
-    void transferEnded(zq::ui::TransferKind kind);
-    void transferClosed();
     void showDifferences(const QStringList& differences);
     void bringPageToFront(zq::ui::TransferPage page);
 
@@ -71,7 +68,6 @@ private:
     void buildToolBar();
     void buildStatusBar();
     void buildPages();
-    void setSettingsButtonsEnabled(bool enabled);
     ChannelEditor& channelEditor();
 
     model::Document& document_;
